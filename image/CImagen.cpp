@@ -1,0 +1,328 @@
+#include "image/CImagen.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <sys/stat.h>
+
+#include "image/Codificacion.h"
+#include "image/Conversion.h"
+#include "image/Estadisticas.h"
+#include "image/FicheroSeguro.h"
+
+static_assert(std::endian::native == std::endian::little,
+              "the raster files are little-endian and are read as they stand");
+
+namespace orvela {
+
+namespace {
+
+// Header labels, 15 characters each; two carry a double quote where one
+// would expect an apostrophe, and are written so.
+constexpr const char* kEtiquetas[21] = {
+    "file title    :", "data type     :", "file type     :", "columns       :",
+    "rows          :", "ref. system   :", "ref. units    :", "unit dist.    :",
+    "min. X        :", "max. X        :", "min. Y        :", "max. Y        :",
+    "pos\"n error   :", "resolution    :", "min. value    :", "max. value    :",
+    "value units   :", "value error   :", "flag value    :", "flag def\"n    :",
+    "legend cats   :"};
+
+constexpr std::size_t kMaxToken = 4096;
+
+bool EsBlanco(int c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f'; }
+
+// One whitespace-delimited token; a token longer than kMaxToken is cut.
+std::string LeerToken(std::istream& in) {
+    int c;
+    while ((c = in.get()) != EOF && EsBlanco(c)) {
+    }
+    std::string t;
+    while (c != EOF && !EsBlanco(c)) {
+        if (t.size() < kMaxToken) t += static_cast<char>(c);
+        c = in.get();
+    }
+    if (c != EOF) in.unget();
+    return t;
+}
+
+void LeerEntero(const std::string& t, int& destino) {
+    if (t.empty()) return;
+    const char* p = t.data();
+    if (*p == '+') ++p;
+    int v = 0;
+    auto r = std::from_chars(p, t.data() + t.size(), v);
+    if (r.ec == std::errc() && r.ptr != p) destino = v;
+}
+
+// "%f"-style reading: the longest numeric prefix of the token.
+void LeerFloat(const std::string& t, float& destino) {
+    if (t == "unknown") {
+        destino = SinDato;
+        return;
+    }
+    if (t.empty()) return;
+    const char* p = t.data();
+    const char* fin = t.data() + t.size();
+    bool negativo = false;
+    if (*p == '+' || *p == '-') {
+        negativo = *p == '-';
+        ++p;
+    }
+    if (p < fin && *p == '-') return;
+    float v = 0;
+    auto r = std::from_chars(p, fin, v, std::chars_format::general);
+    if (r.ptr == p) return;
+    if (r.ec == std::errc::result_out_of_range) return;
+    destino = negativo ? -v : v;
+}
+
+std::string Linea(int i, const std::string& valor) { return std::string(kEtiquetas[i]) + " " + valor + "\n"; }
+
+std::string NumeroOUnknown(float v) { return v == SinDato ? "unknown" : FormatoFlujo(static_cast<double>(v)); }
+
+std::string TextoInf(const CImagen& im) {
+    std::string s;
+    s += Linea(0, Utf8ACp1252(im.titulo));
+    if (const char* n = NombreDeCodigo(im.tipoDato)) s += std::string(kEtiquetas[1]) + " " + n + " \n";
+    s += Linea(2, Utf8ACp1252(im.tipoFichero));
+    s += Linea(3, FormatoFlujo(im.columnas));
+    s += Linea(4, FormatoFlujo(im.filas));
+    if (im.sistemaReferencia != "unknown") {
+        const auto& g = im.geo;
+        s += Linea(5, Utf8ACp1252(im.sistemaReferencia));
+        s += Linea(6, Utf8ACp1252(im.unidades));
+        s += Linea(7, NumeroOUnknown(g.distanciaUnidad));
+        s += Linea(8, NumeroOUnknown(g.minX));
+        s += Linea(9, NumeroOUnknown(g.maxX));
+        s += Linea(10, NumeroOUnknown(g.minY));
+        s += Linea(11, NumeroOUnknown(g.maxY));
+        s += Linea(12, NumeroOUnknown(g.errorPosicion));
+        s += Linea(13, NumeroOUnknown(g.resolucion));
+    } else {
+        s += Linea(5, "unknown");
+        for (int i = 6; i <= 13; ++i) s += std::string(kEtiquetas[i]) + "\n";
+    }
+    double mn = 0, mx = 0;
+    MinimoMaximo(im.pixeles, mn, mx);
+    s += Linea(14, FormatoFlujo(mn));
+    s += Linea(15, FormatoFlujo(mx));
+    for (int i = 16; i <= 20; ++i) s += Linea(i, "");
+    return s;
+}
+
+Mensaje NoSePudoEscribir(const std::string& ruta) { return Mensaje::Tabla(msg::kNoCreadoFichero, ruta); }
+
+std::optional<Mensaje> LeerCuerpo(int codigo, std::size_t cantidad, const std::string& ruta, Muestras& salida) {
+    const std::size_t bytes = cantidad * AnchoMuestra(codigo);
+    struct stat st {};
+    if (::stat(ruta.c_str(), &st) != 0 || !S_ISREG(st.st_mode) ||
+        static_cast<unsigned long long>(st.st_size) < bytes)
+        return Mensaje::Tabla(msg::kArchivoNoExiste);
+    std::FILE* f = std::fopen(ruta.c_str(), "rb");
+    if (!f) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    Muestras m = Muestras::Crear(codigo, cantidad);
+    if (!m.Valido()) {
+        std::fclose(f);
+        return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    }
+    const std::size_t leidos = bytes ? std::fread(m.Datos(), 1, bytes, f) : 0;
+    std::fclose(f);
+    if (leidos != bytes) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    salida = std::move(m);
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::string CambiarExtension(const std::string& ruta, const std::string& extension) {
+    return ruta.substr(0, ruta.size() >= 4 ? ruta.size() - 4 : 0) + extension;
+}
+
+bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
+    std::ifstream in(CambiarExtension(rutaRaster, ".inf"), std::ios::binary);
+    if (!in) return false;
+    for (int campo = 0; campo < 14 && in; ++campo) {
+        in.ignore(200, ':');
+        const std::string t = LeerToken(in);
+        in.ignore(200, '\n');
+        if (t.empty() && !in) break;
+        switch (campo) {
+            case 0: cab.titulo = Cp1252AUtf8(t); break;
+            case 1: cab.nombreTipo = Cp1252AUtf8(t); break;
+            case 2: cab.tipoFichero = Cp1252AUtf8(t); break;
+            case 3: LeerEntero(t, cab.columnas); break;
+            case 4: LeerEntero(t, cab.filas); break;
+            case 5: cab.sistema = Cp1252AUtf8(t); break;
+            case 6: cab.unidades = Cp1252AUtf8(t); break;
+            case 7: LeerFloat(t, cab.geo.distanciaUnidad); break;
+            case 8: LeerFloat(t, cab.geo.minX); break;
+            case 9: LeerFloat(t, cab.geo.maxX); break;
+            case 10: LeerFloat(t, cab.geo.minY); break;
+            case 11: LeerFloat(t, cab.geo.maxY); break;
+            case 12: LeerFloat(t, cab.geo.errorPosicion); break;
+            case 13: LeerFloat(t, cab.geo.resolucion); break;
+        }
+    }
+    return true;
+}
+
+bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {
+    Cabecera c;
+    if (!LeerInf(rutaRaster, c) || c.filas <= 0 || c.columnas <= 0) return false;
+    if (salida) *salida = std::move(c);
+    return true;
+}
+
+Mensaje MensajeMemoria(double filas, double columnas) {
+    return Mensaje::Libre("No hay memoria suficiente para una imagen de " + FormatoFlujo(filas) + " filas y " +
+                          FormatoFlujo(columnas) + " columnas.");
+}
+
+std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas, const std::string& ruta,
+                                  Muestras& salida) {
+    if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    const std::size_t n = ContarMuestras(filas, columnas, codigo);
+    if (n == 0) return MensajeMemoria(filas, columnas);
+    return LeerCuerpo(codigo, n, ruta, salida);
+}
+
+std::optional<Mensaje> CImagen::EscribirRaster() const {
+    if (!CodigoValido(tipoDato)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    if (!EscribirFicheroSeguro(rutaRaster, {reinterpret_cast<const char*>(pixeles.Datos()), pixeles.Bytes()}))
+        return NoSePudoEscribir(rutaRaster);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> CImagen::EscribirInf() const {
+    const std::string ruta = CambiarExtension(rutaRaster, ".inf");
+    if (!EscribirFicheroSeguro(ruta, TextoInf(*this))) return NoSePudoEscribir(ruta);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
+    if (modo != 0 && modo != 1) return std::nullopt;
+    if (!CodigoValido(tipoDato)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
+    const std::string rutaInf = CambiarExtension(ruta, ".inf");
+    // Both files are written aside first; the pair replaces the old one only
+    // when both are complete.
+    FicheroSeguro raster(ruta), inf(rutaInf);
+    if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes()) || !raster.Cerrar()) return NoSePudoEscribir(ruta);
+    if (!inf.Escribir(TextoInf(*this)) || !inf.Cerrar()) return NoSePudoEscribir(rutaInf);
+    if (!raster.ConfirmarRenombrado()) return NoSePudoEscribir(ruta);
+    if (!inf.ConfirmarRenombrado()) return NoSePudoEscribir(rutaInf);
+    rutaRaster = ruta;
+    return std::nullopt;
+}
+
+std::optional<Mensaje> CImagen::Cargar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer) {
+    const int codigo = cab.nombreTipo.empty() ? tipoDato : CodigoDeNombre(cab.nombreTipo);
+    Muestras nuevas;
+    if (leer) {
+        if (auto e = LeerRaster(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
+    }
+    filas = cab.filas;
+    columnas = cab.columnas;
+    rutaRaster = ruta;
+    titulo = cab.titulo;
+    indicePaleta = indice == 0xFFFFFFFFu ? 0 : indice;
+    tipoDato = codigo;
+    pixeles = std::move(nuevas);
+    tipoFichero = cab.tipoFichero;
+    sistemaReferencia = cab.sistema;
+    unidades = cab.unidades;
+    geo = cab.geo;
+    tieneImagen = leer;
+    return std::nullopt;
+}
+
+std::optional<Mensaje> CImagen::Cargar(const std::string& ruta, uint32_t indice) {
+    Cabecera cab;
+    if (!CabeceraLegible(ruta, &cab)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    return Cargar(cab, ruta, indice, true);
+}
+
+std::optional<Mensaje> CImagen::Iniciar(const std::string& ruta, const std::string& ruta2, const std::string& tit,
+                                        uint32_t nf, uint32_t nc, const std::string& nombreTipo, double valor,
+                                        uint32_t indice, const std::string& sistema, const std::string& uni,
+                                        const Georreferencia& g) {
+    const int codigo = CodigoDeNombre(nombreTipo);
+    const std::size_t n = ContarMuestras(nf, nc, codigo);
+    Muestras m = n ? Muestras::Crear(codigo, n) : Muestras();
+    if (!m.Valido() || n == 0) return MensajeMemoria(nf, nc);
+    ConTipo(codigo, [&]<class T>(Muestra<T>) { std::ranges::fill(m.Como<T>(), Almacenar<T>(valor)); });
+    rutaRaster = ruta;
+    rutaSecundaria = ruta2;
+    titulo = tit;
+    filas = nf;
+    columnas = nc;
+    tipoFichero = "binary";
+    tipoDato = codigo;
+    pixeles = std::move(m);
+    indicePaleta = indice == 0xFFFFFFFFu ? 0 : indice;
+    sistemaReferencia = sistema;
+    unidades = uni;
+    geo = g;
+    tieneImagen = true;
+    return std::nullopt;
+}
+
+double CImagen::ValorPixel(long fila, long columna, double* x, double* y, std::optional<Mensaje>* error) const {
+    if (fila < 0 || columna < 0 || fila >= Filas() || columna >= Columnas() || !pixeles.Valido()) {
+        if (error) *error = Mensaje::Tabla(msg::kFueraDeImagen);
+        return -1.0;
+    }
+    const auto k = static_cast<std::size_t>(static_cast<double>(fila) * columnas + static_cast<double>(columna));
+    const double v = pixeles.Valor(k);
+    if (x && y) {
+        const std::string pre = sistemaReferencia.substr(0, 3);
+        if (pre == "Utm" || pre == "UTM" || pre == "utm") {
+            const float anchoX = geo.maxX - geo.minX;
+            const float altoY = geo.maxY - geo.minY;
+            *x = static_cast<double>(geo.minX) + anchoX / columnas * static_cast<double>(columna);
+            *y = static_cast<double>(geo.maxY) - altoY / filas * static_cast<double>(fila);
+        } else {
+            *x = *y = -1.0;
+        }
+    }
+    return v;
+}
+
+std::optional<Mensaje> CImagen::CopiarCabecera(const CImagen& o, int codigo) {
+    const int c = codigo ? codigo : o.tipoDato;
+    const std::size_t n = ContarMuestras(o.filas, o.columnas, c);
+    Muestras m = n ? Muestras::Crear(c, n) : Muestras();
+    if (!m.Valido() || n == 0) return MensajeMemoria(o.filas, o.columnas);
+    pixeles = std::move(m);
+    tipoDato = c;
+    filas = o.filas;
+    columnas = o.columnas;
+    indicePaleta = o.indicePaleta;
+    rutaSecundaria = o.rutaSecundaria;
+    rutaRaster = o.rutaRaster;
+    titulo = o.titulo;
+    tipoFichero = o.tipoFichero;
+    sistemaReferencia = o.sistemaReferencia;
+    unidades = o.unidades;
+    geo = o.geo;
+    tieneImagen = true;
+    return std::nullopt;
+}
+
+Cabecera CImagen::ComoCabecera() const {
+    Cabecera c;
+    c.titulo = titulo;
+    c.nombreTipo = NombreDeCodigo(tipoDato) ? NombreDeCodigo(tipoDato) : "";
+    c.tipoFichero = tipoFichero;
+    c.columnas = static_cast<int>(columnas);
+    c.filas = static_cast<int>(filas);
+    c.sistema = sistemaReferencia;
+    c.unidades = unidades;
+    c.geo = geo;
+    return c;
+}
+
+}  // namespace orvela

@@ -1,0 +1,48 @@
+#include "image/Estadisticas.h"
+
+#include <cmath>
+
+namespace orvela {
+
+double ImageMean(const Muestras& m, const uint8_t* mascara) {
+    double suma = 0.0;
+    ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
+        const auto d = m.Como<T>();
+        if (mascara) {
+            for (std::size_t i = 0; i < d.size(); ++i)
+                if (mascara[i]) suma += static_cast<double>(d[i]);
+        } else {
+            for (const T v : d) suma += static_cast<double>(v);
+        }
+    });
+    return suma / static_cast<double>(m.Cantidad());
+}
+
+double ImageStdDev(const Muestras& m, double media, const uint8_t* mascara) {
+    double suma = 0.0;
+    ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
+        const auto d = m.Como<T>();
+        for (std::size_t i = 0; i < d.size(); ++i) {
+            if (mascara && !mascara[i]) continue;
+            const double e = static_cast<double>(d[i]) - media;
+            suma += std::pow(e, 2.0);
+        }
+    });
+    return std::sqrt(suma / static_cast<double>(m.Cantidad()));
+}
+
+bool MinimoMaximo(const Muestras& m, double& mn, double& mx) {
+    if (m.Cantidad() == 0) return false;
+    return ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
+        const auto d = m.Como<T>();
+        T a = d[0], b = d[0];
+        for (const T v : d) {
+            if (v < a) a = v;
+            if (v > b) b = v;
+        }
+        mn = static_cast<double>(a);
+        mx = static_cast<double>(b);
+    });
+}
+
+}  // namespace orvela

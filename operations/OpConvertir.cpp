@@ -1,0 +1,54 @@
+// "Convertir tipo de dato": the image's samples stored in another type by
+// the store rule.
+#include "image/Conversion.h"
+#include "operations/Operacion.h"
+#include "tools/ConvertirTipo.h"
+
+namespace orvela {
+
+namespace {
+
+const std::vector<Opcion> kTipos = {{"byte", "byte"}, {"integer", "integer"}, {"real", "real"}, {"double", "double"}};
+
+int CodigoElegido(const Valores& v) { return CodigoDeNombre(kTipos.at(static_cast<std::size_t>(v.Entero(Clave::TipoDestino))).palabra); }
+
+const Declaracion kConvertir = [] {
+    Declaracion d;
+    d.idComando = 32810;
+    d.orden = "convertir";
+    d.titulo = "Convertir tipo de dato";
+    d.resumen = "Convierte la imagen a otro tipo de dato.";
+    d.paginaAyuda = "convertir";
+    d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
+    d.campos = {{.clave = Clave::TipoDestino,
+                 .tipo = TipoCampo::Eleccion,
+                 .grupo = "Tipo de dato de salida",
+                 .opcionCli = "--tipo",
+                 .opciones = kTipos,
+                 .obligatorio = true,
+                 .ayudaCli = "tipo de dato del resultado"}};
+    d.antesDeCalcular = [](const std::vector<const CImagen*>& e, const Valores& v) -> std::optional<Mensaje> {
+        if (e[0]->tipoDato == CodigoElegido(v)) return Mensaje::Tabla(msg::kMismoTipo);
+        return std::nullopt;
+    };
+    d.calcular = [](const Contexto& c) {
+        Resultado r;
+        CImagen salida;
+        if (auto e = salida.CopiarCabecera(*c.entradas[0], CodigoElegido(c.valores))) {
+            r.error = e;
+            return r;
+        }
+        const bool perdida = ConvertirTipo(c.entradas[0]->pixeles, salida.pixeles);
+        if (perdida) r.avisos.push_back(Mensaje::Tabla(msg::kPerdidaPrecision));
+        r.imagenes.push_back(std::move(salida));
+        return r;
+    };
+    d.sufijo = [](const Valores&) { return std::string("_Convertida_De_Tipo_De_Dato"); };
+    return d;
+}();
+
+const Registro registro(kConvertir);
+
+}  // namespace
+
+}  // namespace orvela
