@@ -1,0 +1,3 @@
+#include "dialogs/CAvisoDlg.h"
+
+bool PreguntarAviso(CBrimarDoc&, Interfaz&) { return true; }

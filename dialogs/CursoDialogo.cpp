@@ -1,0 +1,3 @@
+#include "dialogs/CursoDialogo.h"
+
+void EjecutarOperacion(const orvela::Declaracion&, Espacio&, Interfaz&) {}
