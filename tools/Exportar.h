@@ -1,0 +1,21 @@
+// Export of an image: its samples as text, or its picture drawn through a
+// palette as a BMP or PNG file.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "image/CImagen.h"
+#include "image/Visualizacion.h"
+
+namespace orvela {
+
+enum class FormatoImagen { Bmp, Png };
+
+// The samples as text. A file that cannot be created gives 61260.
+std::optional<Mensaje> ExportarAscii(const CImagen& im, const std::string& ruta);
+// The picture, one pixel per sample, through the palette (the display
+// conversion). A file that cannot be created gives 61262.
+std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const std::string& ruta, FormatoImagen f);
+
+}  // namespace orvela
