@@ -93,7 +93,9 @@ TEST(Paleta, LasSeisPaletasDelPrograma) {
         EXPECT_EQ(Entrada(p[5], i), (std::array<uint8_t, 3>{g, g, g}));
         // The 16-level palettes change only every 16 levels.
         for (int codigo : {3, 4, 5}) {
-            if (i % 16) EXPECT_EQ(Entrada(p[codigo], i), Entrada(p[codigo], i - 1)) << codigo << " " << i;
+            if (i % 16 != 0) {
+                EXPECT_EQ(Entrada(p[codigo], i), Entrada(p[codigo], i - 1)) << codigo << " " << i;
+            }
         }
     }
     std::set<std::array<uint8_t, 3>> color256, color16, cualitativa;
