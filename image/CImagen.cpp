@@ -188,8 +188,13 @@ bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {
 }
 
 Mensaje MensajeMemoria(double filas, double columnas) {
-    return Mensaje::Libre("No hay memoria suficiente para una imagen de " + FormatoFlujo(filas) + " filas y " +
-                          FormatoFlujo(columnas) + " columnas.");
+    auto cifra = [](double v) {
+        char b[64];
+        const auto r = std::to_chars(b, b + sizeof b, v, std::chars_format::general, 15);
+        return std::string(b, r.ptr);
+    };
+    return Mensaje::Libre("No hay memoria suficiente para una imagen de " + cifra(filas) + " filas y " +
+                          cifra(columnas) + " columnas.");
 }
 
 std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas, const std::string& ruta,
