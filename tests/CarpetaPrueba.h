@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 
 namespace orvela::prueba {
@@ -40,6 +41,14 @@ inline void EscribirFichero(const std::string& ruta, const std::string& contenid
 }
 
 inline bool Existe(const std::string& ruta) { return std::filesystem::exists(ruta); }
+
+// Names of what a folder holds (temporary files included).
+inline std::set<std::string> Contenido(const std::string& carpeta) {
+    std::set<std::string> s;
+    std::error_code ec;
+    for (const auto& e : std::filesystem::directory_iterator(carpeta, ec)) s.insert(e.path().filename().string());
+    return s;
+}
 
 // Landsat data of the shared folder; empty when absent.
 inline std::string DatosLandsat() {

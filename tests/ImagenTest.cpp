@@ -78,12 +78,6 @@ const char* const kInfUnknown =
     "flag def\"n    : \n"
     "legend cats   : \n";
 
-std::set<std::string> Contenido(const std::string& carpeta) {
-    std::set<std::string> s;
-    for (const auto& e : std::filesystem::directory_iterator(carpeta)) s.insert(e.path().filename().string());
-    return s;
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------------------
@@ -453,7 +447,7 @@ TEST_F(Robustez, GuardarSinPoderEscribirConservaElParAnterior) {
     EXPECT_EQ(e->id, msg::kNoCreadoFichero);
     EXPECT_EQ(LeerFichero(dir / "par.ozm"), ozm);
     EXPECT_EQ(LeerFichero(dir / "par.inf"), inf);
-    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"par.inf", "par.ozm", "previa.ozm"}) );
+    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"par.inf", "par.ozm", "previa.ozm"}));
 }
 
 TEST_F(Robustez, GuardarSobreAlgoQueNoEsUnFichero) {
