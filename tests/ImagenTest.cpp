@@ -447,7 +447,7 @@ TEST_F(Robustez, GuardarSinPoderEscribirConservaElParAnterior) {
     EXPECT_EQ(e->id, msg::kNoCreadoFichero);
     EXPECT_EQ(LeerFichero(dir / "par.ozm"), ozm);
     EXPECT_EQ(LeerFichero(dir / "par.inf"), inf);
-    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"par.inf", "par.ozm", "previa.ozm"}));
+    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"par.inf", "par.ozm"}));
 }
 
 TEST_F(Robustez, GuardarSobreAlgoQueNoEsUnFichero) {
