@@ -122,6 +122,18 @@ TEST(Cabecera, DisposicionesDeLaGeorreferencia) {
     sin.pixeles.Como<float>()[1] = 9.25f;
     ASSERT_FALSE(sin.Guardar(dir / "b", 1));
     EXPECT_EQ(LeerFichero(dir / "b.inf"), kInfUnknown);
+
+    // An unknown type code: the header goes on without its data-type line,
+    // and the pair is refused with 61250.
+    sin.tipoDato = 9;
+    ASSERT_FALSE(sin.EscribirInf());
+    std::string sinTipo = kInfUnknown;
+    sinTipo.erase(sinTipo.find("data type"), std::string("data type     : real \n").size());
+    EXPECT_EQ(LeerFichero(dir / "b.inf"), sinTipo);
+    auto e = sin.Guardar(dir / "c", 1);
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->id, msg::kTipoNoReconocido);
+    EXPECT_FALSE(Existe(dir / "c.ozm"));
 }
 
 TEST(Cabecera, LecturaDeCampos) {
