@@ -48,13 +48,15 @@ std::string LeerToken(std::istream& in) {
     return t;
 }
 
+// The whole token must be a whole number that fits: "1e+06" (a count of a
+// million printed in the default format) does not read back.
 void LeerEntero(const std::string& t, int& destino) {
     if (t.empty()) return;
     const char* p = t.data();
     if (*p == '+') ++p;
     int v = 0;
     auto r = std::from_chars(p, t.data() + t.size(), v);
-    if (r.ec == std::errc() && r.ptr != p) destino = v;
+    if (r.ec == std::errc() && r.ptr != p && r.ptr == t.data() + t.size()) destino = v;
 }
 
 // "%f"-style reading: the longest numeric prefix of the token.
@@ -81,19 +83,28 @@ void LeerFloat(const std::string& t, float& destino) {
 
 std::string Linea(int i, const std::string& valor) { return std::string(kEtiquetas[i]) + " " + valor + "\n"; }
 
+// A text field on its header line: Windows-1252, and a line break inside
+// it (which would shift every later field) written as a blank.
+std::string Campo(const std::string& utf8) {
+    std::string s = Utf8ACp1252(utf8);
+    for (char& c : s)
+        if (c == '\n' || c == '\r') c = ' ';
+    return s;
+}
+
 std::string NumeroOUnknown(float v) { return v == SinDato ? "unknown" : FormatoFlujo(static_cast<double>(v)); }
 
 std::string TextoInf(const CImagen& im) {
     std::string s;
-    s += Linea(0, Utf8ACp1252(im.titulo));
+    s += Linea(0, Campo(im.titulo));
     if (const char* n = NombreDeCodigo(im.tipoDato)) s += std::string(kEtiquetas[1]) + " " + n + " \n";
-    s += Linea(2, Utf8ACp1252(im.tipoFichero));
+    s += Linea(2, Campo(im.tipoFichero));
     s += Linea(3, FormatoFlujo(im.columnas));
     s += Linea(4, FormatoFlujo(im.filas));
     if (im.sistemaReferencia != "unknown") {
         const auto& g = im.geo;
-        s += Linea(5, Utf8ACp1252(im.sistemaReferencia));
-        s += Linea(6, Utf8ACp1252(im.unidades));
+        s += Linea(5, Campo(im.sistemaReferencia));
+        s += Linea(6, Campo(im.unidades));
         s += Linea(7, NumeroOUnknown(g.distanciaUnidad));
         s += Linea(8, NumeroOUnknown(g.minX));
         s += Linea(9, NumeroOUnknown(g.maxX));
@@ -177,13 +188,19 @@ bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {
 }
 
 Mensaje MensajeMemoria(double filas, double columnas) {
-    return Mensaje::Libre("No hay memoria suficiente para una imagen de " + FormatoFlujo(filas) + " filas y " +
-                          FormatoFlujo(columnas) + " columnas.");
+    auto cifra = [](double v) {
+        char b[64];
+        const auto r = std::to_chars(b, b + sizeof b, v, std::chars_format::general, 15);
+        return std::string(b, r.ptr);
+    };
+    return Mensaje::Libre("No hay memoria suficiente para una imagen de " + cifra(filas) + " filas y " +
+                          cifra(columnas) + " columnas.");
 }
 
 std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas, const std::string& ruta,
                                   Muestras& salida) {
     if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
     const std::size_t n = ContarMuestras(filas, columnas, codigo);
     if (n == 0) return MensajeMemoria(filas, columnas);
     return LeerCuerpo(codigo, n, ruta, salida);
@@ -205,15 +222,19 @@ std::optional<Mensaje> CImagen::EscribirInf() const {
 std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
     if (modo != 0 && modo != 1) return std::nullopt;
     if (!CodigoValido(tipoDato)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    // A record whose buffer does not hold rows x columns samples of its type
+    // would make a pair whose header lies about its raster.
+    if (pixeles.Codigo() != tipoDato || pixeles.Cantidad() == 0 ||
+        pixeles.Cantidad() != ContarMuestras(filas, columnas, tipoDato))
+        return Mensaje::Libre("La imagen \"" + titulo + "\" no tiene muestras que guardar.");
     const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
     const std::string rutaInf = CambiarExtension(ruta, ".inf");
     // Both files are written aside first; the pair replaces the old one only
-    // when both are complete.
+    // when both are complete, and the old pair stays whole otherwise.
     FicheroSeguro raster(ruta), inf(rutaInf);
-    if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes()) || !raster.Cerrar()) return NoSePudoEscribir(ruta);
-    if (!inf.Escribir(TextoInf(*this)) || !inf.Cerrar()) return NoSePudoEscribir(rutaInf);
-    if (!raster.ConfirmarRenombrado()) return NoSePudoEscribir(ruta);
-    if (!inf.ConfirmarRenombrado()) return NoSePudoEscribir(rutaInf);
+    if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes())) return NoSePudoEscribir(ruta);
+    if (!inf.Escribir(TextoInf(*this))) return NoSePudoEscribir(rutaInf);
+    if (!FicheroSeguro::ConfirmarPar(raster, inf)) return NoSePudoEscribir(ruta);
     rutaRaster = ruta;
     return std::nullopt;
 }
@@ -250,6 +271,7 @@ std::optional<Mensaje> CImagen::Iniciar(const std::string& ruta, const std::stri
                                         uint32_t indice, const std::string& sistema, const std::string& uni,
                                         const Georreferencia& g) {
     const int codigo = CodigoDeNombre(nombreTipo);
+    if (nf == 0 || nc == 0) return Mensaje::Tabla(msg::kValoresIncorrectos, relleno::kFilasColumnas);
     const std::size_t n = ContarMuestras(nf, nc, codigo);
     Muestras m = n ? Muestras::Crear(codigo, n) : Muestras();
     if (!m.Valido() || n == 0) return MensajeMemoria(nf, nc);
@@ -276,6 +298,10 @@ double CImagen::ValorPixel(long fila, long columna, double* x, double* y, std::o
         return -1.0;
     }
     const auto k = static_cast<std::size_t>(static_cast<double>(fila) * columnas + static_cast<double>(columna));
+    if (k >= pixeles.Cantidad()) {
+        if (error) *error = Mensaje::Tabla(msg::kFueraDeImagen);
+        return -1.0;
+    }
     const double v = pixeles.Valor(k);
     if (x && y) {
         const std::string pre = sistemaReferencia.substr(0, 3);

@@ -26,6 +26,12 @@ public:
     bool ConfirmarRenombrado();
     const std::string& Destino() const { return destino_; }
 
+    // Commits two files that belong together (a raster and its header):
+    // both targets are replaced, or, when the second cannot be, the first
+    // target is put back as it was. A target that exists and is not a
+    // regular file is never replaced.
+    static bool ConfirmarPar(FicheroSeguro& primero, FicheroSeguro& segundo);
+
 private:
     std::string destino_, temporal_;
     std::FILE* f_ = nullptr;

@@ -2,8 +2,30 @@
 
 #include <cmath>
 #include <limits>
+#include <unistd.h>
 
 namespace orvela {
+
+namespace {
+
+// Largest buffer worth asking for: the machine's physical memory (a larger
+// image could only be worked on by swapping, if at all), and never more
+// than 1 TiB, which is also what the memory checkers accept.
+std::size_t MayorReserva() {
+    static const std::size_t limite = [] {
+        std::size_t l = std::size_t{1} << 40;
+        const long paginas = ::sysconf(_SC_PHYS_PAGES);
+        const long tam = ::sysconf(_SC_PAGESIZE);
+        if (paginas > 0 && tam > 0) {
+            const auto fisica = static_cast<unsigned long long>(paginas) * static_cast<unsigned long long>(tam);
+            if (fisica < l) l = static_cast<std::size_t>(fisica);
+        }
+        return l;
+    }();
+    return limite;
+}
+
+}  // namespace
 
 Muestras Muestras::Crear(int codigo, std::size_t cantidad) {
     Muestras m;
@@ -11,6 +33,7 @@ Muestras Muestras::Crear(int codigo, std::size_t cantidad) {
     if (ancho == 0) return m;
     if (cantidad > std::numeric_limits<std::size_t>::max() / ancho / 2) return m;
     const std::size_t bytes = cantidad * ancho;
+    if (bytes > MayorReserva()) return m;
     m.codigo_ = codigo;
     m.cantidad_ = cantidad;
     if (bytes == 0) return m;

@@ -20,7 +20,10 @@ const char* NombreOpcionPaleta(int codigo);      // "Cuantitativa 256", ... 0..6
 // Loads a palette: codes 0..5 from carpetaAplicacion + "/Paletas/" + file,
 // code 6 from rutaPersonalizada. Entries in file order, low 8 bits of each
 // colour number. Returns the code, or -1 when it cannot be loaded.
+// A file that cannot be opened, or holds not one whole entry, fails and
+// leaves `p` as it was; entries the file does not reach are black.
 int CargarPaleta(int codigo, const std::string& carpetaAplicacion, const std::string& rutaPersonalizada, Paleta& p);
+// One palette file, as code 6 loads it: returns 6, or -1.
 int CargarPaletaFichero(const std::string& ruta, Paleta& p);
 
 // The sixteen colours of "Crear paleta", red, green, blue, in colour order.

@@ -123,6 +123,7 @@ Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::string>&
     for (std::size_t i = 0; i < rutas.size(); ++i) {
         if (auto e = ComprobarRaster(rutas[i], *cabeceras[i])) {
             ej.error = e;
+            ej.falloSistema = e->id == 0;
             return ej;
         }
         if (auto e = imagenes[i].Cargar(*cabeceras[i], rutas[i], 0, true)) {
@@ -137,6 +138,9 @@ Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::string>&
     ej.consola = r.consola;
     if (r.error) {
         ej.error = r.error;
+        // A plain sentence (memory that cannot be had) is a failure of the
+        // system, not a refusal of the table.
+        ej.falloSistema = r.error->id == 0;
         return ej;
     }
     if (auto e = EscribirResultado(r, stem, &ej.escritos)) {

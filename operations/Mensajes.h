@@ -101,6 +101,7 @@ inline constexpr const char* kBandas = "bandas";
 inline constexpr const char* kElArchivoPaleta = "el archivo paleta";
 inline constexpr const char* kUnArchivo = "un archivo";
 inline constexpr const char* kNingunArchivoPal = "ningun archivo (*.pal)";
+inline constexpr const char* kFilasColumnas = "Los valores de filas y columnas";
 }  // namespace relleno
 
 // Text of an id (UTF-8, fillers not substituted); nullptr for an unknown id.
