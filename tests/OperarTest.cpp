@@ -380,3 +380,32 @@ TEST(OperarLandsat, CoincideConElCalculoDirecto) {
         if (vl[i] != std::log(static_cast<double>(r3[i]))) ++distintos;
     EXPECT_EQ(distintos, 0u);
 }
+
+TEST(OperarDeclaraciones, ComandosTitulosYOpciones) {
+    struct Esperado {
+        int id;
+        const char* orden;
+        const char* titulo;
+        std::size_t entradas, opciones;
+    };
+    for (const Esperado& e : {Esperado{32780, "aritmetica", "Operaciones aritméticas", 2, 6},
+                              Esperado{32781, "escalar", "Operaciones escalares", 1, 4},
+                              Esperado{32779, "logica", "Operaciones lógicas", 2, 3},
+                              Esperado{32860, "funcion", "Funciones", 1, 8},
+                              Esperado{32824, "contraste", "Expansión del contraste", 1, 3}}) {
+        const Declaracion* d = BuscarPorComando(e.id);
+        ASSERT_NE(d, nullptr) << e.id;
+        EXPECT_EQ(d, BuscarPorOrden(e.orden));
+        EXPECT_STREQ(d->titulo, e.titulo);
+        EXPECT_EQ(d->entradas.size(), e.entradas);
+        std::size_t opciones = 0;
+        for (const Campo& c : d->campos) opciones += c.opciones.size();
+        EXPECT_EQ(opciones, e.opciones) << e.orden;
+        EXPECT_EQ(d->tituloConSegunda, e.entradas == 2);
+    }
+    // Two-image dialogs name what is missing, one by one.
+    const Declaracion& a = *BuscarPorOrden("aritmetica");
+    EXPECT_STREQ(a.entradas[0].nombre, "la primera imagen");
+    EXPECT_STREQ(a.entradas[1].nombre, "la segunda imagen");
+    EXPECT_FALSE(a.entradas[0].admiteVentanaActiva);
+}
