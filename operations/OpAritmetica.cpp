@@ -8,7 +8,9 @@ namespace orvela {
 
 namespace {
 
-const char* const kSufijos[] = {"_Sumada_Con_",   "_Menos_",
+// The suffix of the normalised difference names the operands the other way
+// round from its formula; both are as the users know them.
+const char* const kSufijos[] = {"_Sumada_Con_",     "_Menos_",
                                 "_Multiplicada_Por_", "_Dividida_Entre_",
                                 "_Suma_Entre_Diferencia_Con_", "_Superpuesta_A_"};
 

@@ -59,8 +59,8 @@ TEST(Aritmetica, DosImagenesDe200Y100EnCadaTipo) {
         ASSERT_EQ(r.imagenes.size(), 1u);
         EXPECT_EQ(r.imagenes[0].titulo, "b3_Suma_Entre_Diferencia_Con_b4");
     }
-    const char* titulos[] = {"b3_Sumada_Con_b4",        "b3_Menos_b4",
-                             "b3_Multiplicada_Por_b4",  "b3_Dividida_Entre_b4",
+    const char* titulos[] = {"b3_Sumada_Con_b4",       "b3_Menos_b4",
+                             "b3_Multiplicada_Por_b4", "b3_Dividida_Entre_b4",
                              "b3_Suma_Entre_Diferencia_Con_b4", "b3_Superpuesta_A_b4"};
     CImagen a = Imagen(kByte, 1, 1, {1}, "b3"), b = Imagen(kByte, 1, 1, {1}, "b4");
     for (int op = 0; op < 6; ++op)
