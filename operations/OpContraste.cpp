@@ -1,0 +1,101 @@
+// "Expansión del contraste": linear expansion over the mean +/- 2 standard
+// deviations, histogram equalisation, or linear expansion of a range of ND
+// typed by the user; the result keeps the input's type.
+#include "operations/Operacion.h"
+#include "tools/Contraste.h"
+
+namespace orvela {
+
+namespace {
+
+bool ConRango(const Valores& v) { return v.Entero(Clave::Metodo) == static_cast<int>(MetodoContraste::RangoInteractivo); }
+
+const Declaracion kContraste = [] {
+    Declaracion d;
+    d.idComando = 32824;
+    d.orden = "contraste";
+    d.titulo = "Expansión del contraste";
+    d.resumen = "Expande el contraste: lineal (media ± 2 desviaciones), ecualización del histograma o rango de ND.";
+    d.paginaAyuda = "contraste";
+    d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
+    d.campos = {{.clave = Clave::Metodo,
+                 .tipo = TipoCampo::Eleccion,
+                 .grupo = "Método",
+                 .opcionCli = "--metodo",
+                 .opciones = {{"Expansión Lineal", "lineal"},
+                              {"Ecualización Del Histograma", "ecualizacion"},
+                              {"Expansión Lineal Con Rango Interactivo", "rango"}},
+                 .porDefecto = 0,
+                 .obligatorio = true,
+                 .ayudaCli = "método de expansión"},
+                {.clave = Clave::NdMaximo,
+                 .tipo = TipoCampo::Entero,
+                 .grupo = "Definición del Rango",
+                 .etiqueta = "Máximo",
+                 .opcionCli = "--nd-max",
+                 .porDefecto = 255,
+                 .obligatorio = true,
+                 .aplica = ConRango,
+                 .ayudaCli = "ND máximo del rango (con 'rango')"},
+                {.clave = Clave::NdMinimo,
+                 .tipo = TipoCampo::Entero,
+                 .grupo = "Definición del Rango",
+                 .etiqueta = "Mínimo",
+                 .opcionCli = "--nd-min",
+                 .porDefecto = 0,
+                 .obligatorio = true,
+                 .aplica = ConRango,
+                 .ayudaCli = "ND mínimo del rango (con 'rango')"},
+                {.clave = Clave::NvMaximo,
+                 .tipo = TipoCampo::Entero,
+                 .grupo = "Rango de NV para las Expansiones Lineales",
+                 .etiqueta = "Máximo",
+                 .opcionCli = "--nv-max",
+                 .porDefecto = 255,
+                 .ayudaCli = "NV máximo de salida (por defecto 255)"},
+                {.clave = Clave::NvMinimo,
+                 .tipo = TipoCampo::Entero,
+                 .grupo = "Rango de NV para las Expansiones Lineales",
+                 .etiqueta = "Mínimo",
+                 .opcionCli = "--nv-min",
+                 .porDefecto = 0,
+                 .ayudaCli = "NV mínimo de salida (por defecto 0)"}};
+    d.alAceptar = [](const Valores& v) -> std::optional<Mensaje> {
+        // The output range is checked for every method, equalisation included.
+        const double nvMin = v.Numero(Clave::NvMinimo), nvMax = v.Numero(Clave::NvMaximo);
+        if (!(nvMin >= 0 && nvMin < nvMax && nvMax < 256)) return Mensaje::Tabla(msg::kRangoNv);
+        if (ConRango(v)) {
+            const double ndMin = v.Numero(Clave::NdMinimo), ndMax = v.Numero(Clave::NdMaximo);
+            if (!(ndMin >= 0 && ndMin < ndMax)) return Mensaje::Tabla(msg::kRangoNd);
+        }
+        return std::nullopt;
+    };
+    d.calcular = [](const Contexto& c) {
+        Resultado r;
+        const CImagen& a = *c.entradas[0];
+        CImagen salida;
+        if (auto e = salida.CopiarCabecera(a)) {
+            r.error = e;
+            return r;
+        }
+        ParametrosContraste p;
+        p.metodo = static_cast<MetodoContraste>(c.valores.Entero(Clave::Metodo));
+        p.ndMaximo = c.valores.Numero(Clave::NdMaximo);
+        p.ndMinimo = c.valores.Numero(Clave::NdMinimo);
+        p.nvMaximo = c.valores.Numero(Clave::NvMaximo);
+        p.nvMinimo = c.valores.Numero(Clave::NvMinimo);
+        if (!ExpandirContraste(a.pixeles, salida.pixeles, p))
+            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
+        else
+            r.imagenes.push_back(std::move(salida));
+        return r;
+    };
+    d.sufijo = [](const Valores&) { return std::string("_Expansión_del_Contraste"); };
+    return d;
+}();
+
+const Registro registro(kContraste);
+
+}  // namespace
+
+}  // namespace orvela

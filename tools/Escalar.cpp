@@ -1,0 +1,36 @@
+#include "tools/Escalar.h"
+
+#include <cstdint>
+
+namespace orvela {
+
+namespace {
+
+template <class T, class F> void PorMuestra(std::span<const T> a, std::span<double> r, F f) {
+    const T* pa = a.data();
+    double* pr = r.data();
+    for (std::size_t i = 0; i < r.size(); ++i) pr[i] = f(static_cast<double>(pa[i]));
+}
+
+}  // namespace
+
+template <class T> void OperarConEscalar(OperacionEscalar op, std::span<const T> a, double s, std::span<double> r) {
+    switch (op) {
+        case OperacionEscalar::Suma: PorMuestra(a, r, [s](double x) { return x + s; }); break;
+        case OperacionEscalar::Resta: PorMuestra(a, r, [s](double x) { return x - s; }); break;
+        case OperacionEscalar::Producto: PorMuestra(a, r, [s](double x) { return x * s; }); break;
+        case OperacionEscalar::Cociente: PorMuestra(a, r, [s](double x) { return x / s; }); break;
+    }
+}
+
+template void OperarConEscalar<uint8_t>(OperacionEscalar, std::span<const uint8_t>, double, std::span<double>);
+template void OperarConEscalar<uint16_t>(OperacionEscalar, std::span<const uint16_t>, double, std::span<double>);
+template void OperarConEscalar<float>(OperacionEscalar, std::span<const float>, double, std::span<double>);
+template void OperarConEscalar<double>(OperacionEscalar, std::span<const double>, double, std::span<double>);
+
+bool OperarConEscalar(OperacionEscalar op, const Muestras& a, double s, Muestras& r) {
+    if (r.Codigo() != kDouble || r.Cantidad() != a.Cantidad()) return false;
+    return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) { OperarConEscalar<T>(op, a.Como<T>(), s, r.Como<double>()); });
+}
+
+}  // namespace orvela
