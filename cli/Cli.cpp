@@ -42,7 +42,7 @@ std::string SintaxisDeclaracion(const Declaracion& d) {
             valor = NombreTipoCampo(c);
         }
         const std::string op = std::string(c.opcionCli) + " " + valor;
-        s += c.obligatorio ? op + " " : "[" + op + "] ";
+        s += (c.obligatorio && !c.aplica) ? op + " " : "[" + op + "] ";
     }
     for (std::size_t i = 0; i < d.entradas.size(); ++i) s += d.entradas.size() == 1 ? "ENTRADA " : "IMAGEN" + std::to_string(i + 1) + " ";
     if (d.conSalida) s += "SALIDA";

@@ -1,6 +1,7 @@
 #include "image/Muestras.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <unistd.h>
 
@@ -37,13 +38,14 @@ Muestras Muestras::Crear(int codigo, std::size_t cantidad) {
     m.codigo_ = codigo;
     m.cantidad_ = cantidad;
     if (bytes == 0) return m;
-    void* p = ::operator new(bytes, std::align_val_t{64}, std::nothrow);
+    // calloc hands out fresh pages already zeroed without touching them, so
+    // a large result is written once, by its kernel, not twice.
+    void* p = std::calloc(bytes, 1);
     if (p == nullptr) {
         m.codigo_ = 0;
         m.cantidad_ = 0;
         return m;
     }
-    std::memset(p, 0, bytes);
     m.datos_.reset(static_cast<std::byte*>(p));
     return m;
 }

@@ -1,8 +1,9 @@
-// Owned, aligned pixel storage of one type code.
+// Owned pixel storage of one type code (16-byte aligned, as malloc gives).
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -41,7 +42,7 @@ public:
 
 private:
     struct Liberar {
-        void operator()(std::byte* p) const { ::operator delete(p, std::align_val_t{64}); }
+        void operator()(std::byte* p) const { std::free(p); }
     };
     std::unique_ptr<std::byte, Liberar> datos_;
     std::size_t cantidad_ = 0;
