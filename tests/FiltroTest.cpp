@@ -188,6 +188,22 @@ TYPED_TEST(FiltroTipos, PersonalizadoDivideEntreLosPesosTruncados) {
     // A negative response wraps in byte and integer images.
     const double menos = Aplicar(Propio(3, {0, 0, 0, 0, -1, 0, 0, 0, 0}), nueve, 3, 3)[4];
     EXPECT_EQ(menos, Guardado<T>(-5.0));
+    // On a flat 255, eight weights of -16 sum to -32640, the most that fits
+    // in 16 bits; one more -1 in the centre does not: both must give -255.
+    std::vector<double> menos16(9, -16.0);
+    menos16[4] = 0;
+    const Muestras blanca = Imagen<T>(std::vector<double>(9, 255.0));
+    EXPECT_EQ(Aplicar(Propio(3, menos16), blanca, 3, 3), Centro(Guardado<T>(-255.0)));
+    menos16[4] = -1;
+    EXPECT_EQ(Aplicar(Propio(3, menos16), blanca, 3, 3), Centro(Guardado<T>(-255.0)));
+    if constexpr (std::is_same_v<T, float>) {
+        // (2 x 3e38 + 0.5 x 3e38) / 2 lies beyond the float range.
+        std::vector<double> w2(9, 0.0);
+        w2[4] = 2;
+        w2[0] = 0.5;
+        const auto inf = Aplicar(Propio(3, w2), Imagen<float>(std::vector<double>(9, 3e38)), 3, 3);
+        EXPECT_EQ(inf[4], std::numeric_limits<double>::infinity());
+    }
     // 5 x 5 and 7 x 7 kernels that pick one neighbour.
     std::vector<double> lejos5(25, 0.0), lejos7(49, 0.0);
     lejos5[0] = 3;     // top left corner of the window, divisor 3

@@ -14,8 +14,8 @@
 // - SumasEnteras, for byte and integer samples under integer weights: every
 //   product and every partial sum of the loop is an integer far below 2^53,
 //   so the loop is exact and any order of addition gives the same value. The
-//   sums are formed in 32-bit lanes, taps of equal weight added first and
-//   multiplied once.
+//   sums are formed in 16-bit lanes (byte samples, small weights) or 32-bit
+//   lanes, taps of equal weight added first and multiplied once.
 // - SumasReales, for everything else: the row order of the sum is kept pixel
 //   by pixel; the work is spread across neighbouring pixels, never across the
 //   window.
@@ -77,24 +77,35 @@ void BordeACero(T* salida, long filas, long columnas, int k) {
 
 namespace detalle {
 
+// A vector of 16 bytes of E where the compiler has them, one E otherwise.
 #if defined(__GNUC__)
-typedef uint32_t VEnt __attribute__((vector_size(16)));
-typedef double VReal __attribute__((vector_size(16)));
+template <class E>
+struct Vector {
+    typedef E tipo __attribute__((vector_size(16)));
+};
 #else
-using VEnt = uint32_t;
-using VReal = double;
+template <class E>
+struct Vector {
+    using tipo = E;
+};
 #endif
-inline constexpr long kCarrilesEnt = sizeof(VEnt) / sizeof(uint32_t);
-inline constexpr long kCarrilesReal = sizeof(VReal) / sizeof(double);
-// Pixels computed together: two integer vectors, eight real vectors (enough
+template <class E>
+using VectorDe = typename Vector<E>::tipo;
+template <class E>
+inline constexpr long kCarriles = sizeof(VectorDe<E>) / sizeof(E);
+using VReal = VectorDe<double>;
+inline constexpr long kCarrilesReal = kCarriles<double>;
+// Pixels computed together: four integer vectors, eight real vectors (enough
 // independent sums to hide the latency of the additions).
-inline constexpr long kBloqueEnt = 2 * kCarrilesEnt;
+inline constexpr int kVectoresEnt = 4;
+template <class E>
+inline constexpr long kBloqueEnt = kVectoresEnt * kCarriles<E>;
 inline constexpr int kVectoresReal = 8;
 inline constexpr long kBloqueReal = kVectoresReal * kCarrilesReal;
 // Zero columns after each widened row, so that the last block may read past
 // the row's end.
-inline constexpr long kRelleno = 16;
-static_assert(kRelleno >= kBloqueEnt && kRelleno >= kBloqueReal);
+inline constexpr long kRelleno = 32;
+static_assert(kRelleno >= kBloqueEnt<uint16_t> && kRelleno >= kBloqueEnt<uint32_t> && kRelleno >= kBloqueReal);
 
 template <class V, class E>
 inline V Cargar(const E* p) {
@@ -118,7 +129,17 @@ public:
     void Ensanchar(const T* entrada, long f) {
         E* d = Fila(f);
         const T* s = entrada + f * columnas_;
-        for (long c = 0; c < columnas_; ++c) d[c] = static_cast<E>(s[c]);
+        long c = 0;
+#if defined(__SSE2__)
+        if constexpr (std::is_same_v<T, float> && std::is_same_v<E, double>) {
+            for (; c + 4 <= columnas_; c += 4) {
+                const __m128 v = _mm_loadu_ps(s + c);
+                _mm_storeu_pd(d + c, _mm_cvtps_pd(v));
+                _mm_storeu_pd(d + c + 2, _mm_cvtps_pd(_mm_movehl_ps(v, v)));
+            }
+        }
+#endif
+        for (; c < columnas_; ++c) d[c] = static_cast<E>(s[c]);
     }
     E* Fila(long f) { return datos_.data() + (f % k_) * ancho_; }
     // Offset, from the start of the ring, of window position (fila, columna)
@@ -136,43 +157,52 @@ private:
 
 }  // namespace detalle
 
-// Whether the integer way gives the plain loop's value: integer weights whose
-// absolute sum times the largest sample stays inside 32 bits.
+// Width in bits of the integer lanes that give the plain loop's value: 16
+// for byte samples under weights whose absolute sum is at most 128, 32 when
+// that sum times the largest sample stays inside 32 bits; 0 when the weights
+// are not all whole numbers or are too large (the real way is then taken).
 template <class T>
-bool SumaEnteraExacta(const std::vector<Toma>& tomas) {
+int BitsSumaEntera(const std::vector<Toma>& tomas) {
     if constexpr (!std::is_integral_v<T>) {
-        return false;
+        return 0;
     } else {
         double total = 0.0;
         for (const Toma& t : tomas) {
-            if (!(std::fabs(t.peso) <= 2147483647.0) || t.peso != std::trunc(t.peso)) return false;
+            if (!(std::fabs(t.peso) <= 2147483647.0) || t.peso != std::trunc(t.peso)) return 0;
             total += std::fabs(t.peso);
         }
-        return total * static_cast<double>(std::numeric_limits<T>::max()) <= 2147483647.0;
+        const double mayor = total * static_cast<double>(std::numeric_limits<T>::max());
+        if (sizeof(T) == 1 && mayor <= 32767.0) return 16;
+        return mayor <= 2147483647.0 ? 32 : 0;
     }
 }
 
 // For every interior row y calls fila(y, sumas, n): sumas[j] (j < n) is the
-// weighted sum of the window of column j + (K-1)/2, as a 32-bit integer.
-// The samples are integer and the weights pass SumaEnteraExacta; taps of
-// weight 0 add nothing and are skipped.
-template <class T, class Fila>
+// weighted sum of the window of column j + (K-1)/2, as a signed integer of
+// the lanes' width (E is uint16_t or uint32_t). The samples are integer and
+// the weights pass BitsSumaEntera for that width; taps of weight 0 add
+// nothing and are skipped.
+template <class E, class T, class Fila>
 void SumasEnteras(const T* entrada, long filas, long columnas, int k, const std::vector<Toma>& tomas, Fila&& fila) {
     using namespace detalle;
-    static_assert(std::is_integral_v<T>);
+    static_assert(std::is_integral_v<T> && std::is_unsigned_v<E> && sizeof(E) >= sizeof(T));
+    using V = VectorDe<E>;
+    using Signo = std::make_signed_t<E>;
+    constexpr long L = kCarriles<E>;
+    constexpr long B = kBloqueEnt<E>;
     if (filas < k || columnas < k) return;
     const int h = k / 2;
     const long n = columnas - 2 * h;
-    const long bloques = (n + kBloqueEnt - 1) / kBloqueEnt * kBloqueEnt;
+    const long bloques = (n + B - 1) / B * B;
 
     // Taps grouped by weight: the samples of a group are added, then the
-    // group's sum is multiplied by its weight. Arithmetic is modulo 2^32,
-    // which is exact because the true sum fits in 32 bits.
-    std::vector<uint32_t> pesos;
+    // group's sum is multiplied by its weight. Arithmetic is modulo the
+    // lanes' width, which is exact because the true sum fits in it.
+    std::vector<E> pesos;
     std::vector<std::vector<const Toma*>> grupos;
     for (const Toma& t : tomas) {
         if (t.peso == 0.0) continue;
-        const auto p = static_cast<uint32_t>(static_cast<int32_t>(t.peso));
+        const auto p = static_cast<E>(static_cast<Signo>(t.peso));
         auto it = std::find(pesos.begin(), pesos.end(), p);
         if (it == pesos.end()) {
             pesos.push_back(p);
@@ -187,41 +217,37 @@ void SumasEnteras(const T* entrada, long filas, long columnas, int k, const std:
         orden.insert(orden.end(), g.begin(), g.end());
         finGrupo.push_back(orden.size());
     }
+    constexpr E kUno = 1, kMenosUno = static_cast<E>(~E{0});
 
-    Anillo<uint32_t> anillo(k, columnas);
-    std::vector<uint32_t> sumas(static_cast<std::size_t>(bloques));
+    Anillo<E> anillo(k, columnas);
+    std::vector<E> sumas(static_cast<std::size_t>(bloques));
     std::vector<std::ptrdiff_t> desp(orden.size());
     for (long f = 0; f < k - 1; ++f) anillo.Ensanchar(entrada, f);
     for (long y = h; y < filas - h; ++y) {
         anillo.Ensanchar(entrada, y + h);
         for (std::size_t t = 0; t < orden.size(); ++t) desp[t] = anillo.Desplazamiento(y, orden[t]->fila, orden[t]->columna);
-        const uint32_t* base = anillo.Datos();
-        for (long x = 0; x < bloques; x += kBloqueEnt) {
-            VEnt a0{}, a1{};
+        const E* base = anillo.Datos();
+        for (long x = 0; x < bloques; x += B) {
+            V a[kVectoresEnt] = {};
             std::size_t t = 0;
             for (std::size_t g = 0; g < pesos.size(); ++g) {
-                VEnt s0{}, s1{};
+                V s[kVectoresEnt] = {};
                 for (; t < finGrupo[g]; ++t) {
-                    const uint32_t* p = base + desp[t] + x;
-                    s0 += Cargar<VEnt>(p);
-                    s1 += Cargar<VEnt>(p + kCarrilesEnt);
+                    const E* p = base + desp[t] + x;
+                    for (int i = 0; i < kVectoresEnt; ++i) s[i] += Cargar<V>(p + i * L);
                 }
-                const uint32_t w = pesos[g];
-                if (w == 1u) {
-                    a0 += s0;
-                    a1 += s1;
-                } else if (w == 0xFFFFFFFFu) {
-                    a0 -= s0;
-                    a1 -= s1;
+                const E w = pesos[g];
+                if (w == kUno) {
+                    for (int i = 0; i < kVectoresEnt; ++i) a[i] += s[i];
+                } else if (w == kMenosUno) {
+                    for (int i = 0; i < kVectoresEnt; ++i) a[i] -= s[i];
                 } else {
-                    a0 += s0 * w;
-                    a1 += s1 * w;
+                    for (int i = 0; i < kVectoresEnt; ++i) a[i] += s[i] * w;
                 }
             }
-            Guardar(sumas.data() + x, a0);
-            Guardar(sumas.data() + x + kCarrilesEnt, a1);
+            for (int i = 0; i < kVectoresEnt; ++i) Guardar(sumas.data() + x + i * L, a[i]);
         }
-        fila(y, reinterpret_cast<const int32_t*>(sumas.data()), n);
+        fila(y, reinterpret_cast<const Signo*>(sumas.data()), n);
     }
 }
 
@@ -259,29 +285,74 @@ void SumasReales(const T* entrada, long filas, long columnas, int k, const std::
 namespace detalle {
 
 #if defined(__SSE2__)
-// Four samples widened to 32-bit lanes.
-inline __m128i Ensanchar4(const uint8_t* p) {
+// Four samples widened to double, in two pairs.
+inline void Centro4(const uint8_t* p, __m128d& c0, __m128d& c1) {
     int32_t v;
     std::memcpy(&v, p, 4);
     const __m128i z = _mm_setzero_si128();
-    return _mm_unpacklo_epi16(_mm_unpacklo_epi8(_mm_cvtsi32_si128(v), z), z);
+    const __m128i c = _mm_unpacklo_epi16(_mm_unpacklo_epi8(_mm_cvtsi32_si128(v), z), z);
+    c0 = _mm_cvtepi32_pd(c);
+    c1 = _mm_cvtepi32_pd(_mm_shuffle_epi32(c, _MM_SHUFFLE(3, 2, 3, 2)));
 }
-inline __m128i Ensanchar4(const uint16_t* p) {
-    return _mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+inline void Centro4(const uint16_t* p, __m128d& c0, __m128d& c1) {
+    const __m128i c = _mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+    c0 = _mm_cvtepi32_pd(c);
+    c1 = _mm_cvtepi32_pd(_mm_shuffle_epi32(c, _MM_SHUFFLE(3, 2, 3, 2)));
 }
-// Four 32-bit values keep their low 8 or 16 bits, as the store rule does.
-inline void Estrechar4(uint8_t* p, __m128i t) {
+inline void Centro4(const float* p, __m128d& c0, __m128d& c1) {
+    const __m128 c = _mm_loadu_ps(p);
+    c0 = _mm_cvtps_pd(c);
+    c1 = _mm_cvtps_pd(_mm_movehl_ps(c, c));
+}
+inline void Centro4(const double* p, __m128d& c0, __m128d& c1) {
+    c0 = _mm_loadu_pd(p);
+    c1 = _mm_loadu_pd(p + 2);
+}
+
+// Four sums (16- or 32-bit integers, or doubles) as two pairs of doubles.
+template <class S>
+inline void Sumas4(const S* p, __m128d& s0, __m128d& s1) {
+    if constexpr (std::is_integral_v<S>) {
+        __m128i s;
+        if constexpr (sizeof(S) == 2) {
+            const __m128i s16 = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+            s = _mm_srai_epi32(_mm_unpacklo_epi16(s16, s16), 16);
+        } else {
+            s = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        }
+        s0 = _mm_cvtepi32_pd(s);
+        s1 = _mm_cvtepi32_pd(_mm_shuffle_epi32(s, _MM_SHUFFLE(3, 2, 3, 2)));
+    } else {
+        s0 = _mm_loadu_pd(p);
+        s1 = _mm_loadu_pd(p + 2);
+    }
+}
+
+// Four results stored by the store rule. Byte and integer: truncation to 32
+// bits (what does not fit gives -2147483648, as TruncarA32 does), then the
+// low 8 or 16 bits. Real: narrowing with round-to-nearest, where what lies
+// beyond the float range becomes an infinity, as EstrecharAFloat does.
+inline void Guardar4(uint8_t* p, __m128d r0, __m128d r1) {
+    __m128i t = _mm_unpacklo_epi64(_mm_cvttpd_epi32(r0), _mm_cvttpd_epi32(r1));
     t = _mm_and_si128(t, _mm_set1_epi32(0xFF));
     t = _mm_packs_epi32(t, t);
     t = _mm_packus_epi16(t, t);
     const int32_t v = _mm_cvtsi128_si32(t);
     std::memcpy(p, &v, 4);
 }
-inline void Estrechar4(uint16_t* p, __m128i t) {
+inline void Guardar4(uint16_t* p, __m128d r0, __m128d r1) {
+    __m128i t = _mm_unpacklo_epi64(_mm_cvttpd_epi32(r0), _mm_cvttpd_epi32(r1));
     // Sign-extending the low 16 bits makes the saturating pack exact.
     t = _mm_srai_epi32(_mm_slli_epi32(t, 16), 16);
     t = _mm_packs_epi32(t, t);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), t);
+}
+inline void Guardar4(float* p, __m128d r0, __m128d r1) {
+    _mm_storeu_ps(p, _mm_movelh_ps(_mm_cvtpd_ps(r0), _mm_cvtpd_ps(r1)));
+}
+inline void Guardar4(double* p, __m128d r0, __m128d r1) {
+    _mm_storeu_pd(p, r0);
+    _mm_storeu_pd(p + 2, r1);
 }
 #endif
 
@@ -290,32 +361,18 @@ inline void Estrechar4(uint16_t* p, __m128i t) {
 // salida[j] = Almacenar<T>(op(sumas[j], centro[j])) for j < n, both widened
 // to double. `op` is written once for a double and for a pair of doubles (a
 // generic lambda with plain arithmetic), so both forms perform the same
-// operations. The 32-bit truncation of the pair form gives -2147483648 for
-// what does not fit, exactly as TruncarA32 does.
+// operations, and the pair form stores as the store rule does.
 template <class T, class S, class Op>
 void AlmacenarFila(const S* sumas, const T* centro, long n, const Op& op, T* salida) {
     long j = 0;
 #if defined(__SSE2__) && defined(__GNUC__)
-    if constexpr (std::is_integral_v<T>) {
-        using detalle::Ensanchar4;
-        using detalle::Estrechar4;
-        for (; j + 4 <= n; j += 4) {
-            __m128d s0, s1;
-            if constexpr (std::is_same_v<S, int32_t>) {
-                const __m128i s = _mm_loadu_si128(reinterpret_cast<const __m128i*>(sumas + j));
-                s0 = _mm_cvtepi32_pd(s);
-                s1 = _mm_cvtepi32_pd(_mm_shuffle_epi32(s, _MM_SHUFFLE(3, 2, 3, 2)));
-            } else {
-                s0 = _mm_loadu_pd(sumas + j);
-                s1 = _mm_loadu_pd(sumas + j + 2);
-            }
-            const __m128i c = Ensanchar4(centro + j);
-            const __m128d c0 = _mm_cvtepi32_pd(c);
-            const __m128d c1 = _mm_cvtepi32_pd(_mm_shuffle_epi32(c, _MM_SHUFFLE(3, 2, 3, 2)));
-            const __m128d r0 = op(s0, c0);
-            const __m128d r1 = op(s1, c1);
-            Estrechar4(salida + j, _mm_unpacklo_epi64(_mm_cvttpd_epi32(r0), _mm_cvttpd_epi32(r1)));
-        }
+    for (; j + 4 <= n; j += 4) {
+        __m128d s0, s1, c0, c1;
+        detalle::Sumas4(sumas + j, s0, s1);
+        detalle::Centro4(centro + j, c0, c1);
+        const __m128d r0 = op(s0, c0);
+        const __m128d r1 = op(s1, c1);
+        detalle::Guardar4(salida + j, r0, r1);
     }
 #endif
     for (; j < n; ++j)
@@ -336,8 +393,13 @@ void Convolucionar(const T* entrada, long filas, long columnas, int k, std::vect
     };
     if constexpr (std::is_integral_v<T>) {
         std::erase_if(tomas, [](const Toma& t) { return t.peso == 0.0; });
-        if (SumaEnteraExacta<T>(tomas)) {
-            SumasEnteras(entrada, filas, columnas, k, tomas, fila);
+        const int bits = BitsSumaEntera<T>(tomas);
+        if (bits == 16) {
+            SumasEnteras<uint16_t>(entrada, filas, columnas, k, tomas, fila);
+            return;
+        }
+        if (bits == 32) {
+            SumasEnteras<uint32_t>(entrada, filas, columnas, k, tomas, fila);
             return;
         }
     }
