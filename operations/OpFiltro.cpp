@@ -54,7 +54,7 @@ Campo Coeficientes(int tamano, const char* subdialogo) {
                 return Tipo(v) == kPersonalizado && v.Entero(Clave::Tamano) == tamano;
             },
             .cantidad = [lado](const Valores&) { return lado * lado; },
-            .ayudaCli = "coeficientes del filtro personalizado en orden de filas: 9, 25 o 49 según el tamaño"};
+            .ayudaCli = "coeficientes en orden de filas, 9, 25 o 49 según el tamaño; obligatorios con --tipo personalizado"};
 }
 
 const Declaracion kFiltro = [] {

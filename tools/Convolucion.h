@@ -5,10 +5,13 @@
 // The value of an interior pixel is, by definition, what the plain loop gives:
 //
 //     suma = 0.0;
-//     for each window position in row order (top row first, left to right):
+//     for each tap in row order (top row first, left to right):
 //         suma += peso * (double) muestra;
 //     resultado = op(suma, (double) centro);   // the filter's scale or divisor
 //     salida = Almacenar<T>(resultado);
+//
+// The taps are the kernel's window positions (the mean filter leaves the
+// centre out of them and adds it in `op`).
 //
 // Both ways of summing below give exactly that double:
 // - SumasEnteras, for byte and integer samples under integer weights: every
@@ -19,8 +22,8 @@
 // - SumasReales, for everything else: the row order of the sum is kept pixel
 //   by pixel; the work is spread across neighbouring pixels, never across the
 //   window.
-// The scale step runs on two pixels at a time with the same operations, in the
-// same order, as the scalar one.
+// The scale and store step runs on two pairs of doubles at a time with the
+// same operations, in the same order, as the scalar one.
 #pragma once
 
 #include <algorithm>
