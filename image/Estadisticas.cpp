@@ -1,6 +1,7 @@
 #include "image/Estadisticas.h"
 
 #include <cmath>
+#include <type_traits>
 
 namespace orvela {
 
@@ -8,7 +9,15 @@ double ImageMean(const Muestras& m, const uint8_t* mascara) {
     double suma = 0.0;
     ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
         const auto d = m.Como<T>();
-        if (mascara) {
+        constexpr uint64_t kExacto = (uint64_t{1} << 53) / 65535u;
+        if (std::is_integral_v<T> && d.size() <= kExacto) {
+            // Byte and integer sums stay whole numbers below 2^53, exact in
+            // double at every step: an integer total gives the same sum.
+            uint64_t total = 0;
+            for (std::size_t i = 0; i < d.size(); ++i)
+                if (!mascara || mascara[i]) total += static_cast<uint64_t>(d[i]);
+            suma = static_cast<double>(total);
+        } else if (mascara) {
             for (std::size_t i = 0; i < d.size(); ++i)
                 if (mascara[i]) suma += static_cast<double>(d[i]);
         } else {
