@@ -34,18 +34,23 @@ template <class U> inline U Menor(U a, U b) { return b < a ? b : a; }
 template <class U> inline U Mayor(U a, U b) { return b > a ? b : a; }
 template <class U> inline U Medio(U a, U b, U c) { return Mayor(Menor(a, b), Menor(Mayor(a, b), c)); }
 
-// Median of the 3 x 3 windows centred on row f, written from column 1 on.
+// Each column of three rows sorted: bajo <= medio <= alto.
 template <class U>
-void MedianaFila3(const U* __restrict a, const U* __restrict b, const U* __restrict c, long columnas,
-                  U* __restrict bajo, U* __restrict medio, U* __restrict alto, U* __restrict salida) {
-    for (long i = 0; i < columnas; ++i) {
+void OrdenarColumnas(const U* __restrict a, const U* __restrict b, const U* __restrict c, long n,
+                     U* __restrict bajo, U* __restrict medio, U* __restrict alto) {
+    for (long i = 0; i < n; ++i) {
         const U m = Menor(a[i], b[i]), M = Mayor(a[i], b[i]);
         bajo[i] = Menor(m, c[i]);
         const U t = Mayor(m, c[i]);
         medio[i] = Menor(M, t);
         alto[i] = Mayor(M, t);
     }
-    for (long i = 0; i + 2 < columnas; ++i) {
+}
+
+template <class U>
+void MedianaDeColumnas(const U* __restrict bajo, const U* __restrict medio, const U* __restrict alto, long n,
+                       U* __restrict salida) {
+    for (long i = 0; i < n; ++i) {
         const U x = Mayor(Mayor(bajo[i], bajo[i + 1]), bajo[i + 2]);
         const U y = Medio(medio[i], medio[i + 1], medio[i + 2]);
         const U z = Menor(Menor(alto[i], alto[i + 1]), alto[i + 2]);
@@ -53,16 +58,28 @@ void MedianaFila3(const U* __restrict a, const U* __restrict b, const U* __restr
     }
 }
 
+// Medians of the 3 x 3 windows over rows a, b, c, written from the window
+// at columns 0..2 on; the row is taken in pieces that stay in the L1 cache.
+template <class U>
+void MedianaFila3(const U* a, const U* b, const U* c, long columnas, U* salida) {
+    constexpr long kTrozo = 1024;
+    U bajo[kTrozo + 2], medio[kTrozo + 2], alto[kTrozo + 2];
+    for (long i = 0; i + 2 < columnas; i += kTrozo) {
+        const long m = std::min(kTrozo, columnas - 2 - i);
+        OrdenarColumnas(a + i, b + i, c + i, m + 2, bajo, medio, alto);
+        MedianaDeColumnas(bajo, medio, alto, m, salida + i);
+    }
+}
+
 template <class T>
 void Mediana3(const T* entrada, long filas, long columnas, T* salida) {
     using U = typename Clave<T>::tipo;
     const auto n = static_cast<std::size_t>(columnas);
-    std::vector<U> bajo(n), medio(n), alto(n);
     if constexpr (std::is_same_v<U, T>) {
         for (long f = 1; f + 1 < filas; ++f) {
             const T* e = entrada + (f - 1) * columnas;
-            MedianaFila3<U>(e, e + columnas, e + 2 * columnas, columnas, bajo.data(), medio.data(),
-                            alto.data(), salida + f * columnas + 1);
+            MedianaFila3<U>(e, e + columnas, e + 2 * columnas, columnas, salida + f * columnas + 1);
+            rango::ExtremosACero(salida + f * columnas, columnas, 1);
         }
     } else {
         // Keys of three input rows in a ring (row f in slot f % 3).
@@ -77,10 +94,10 @@ void Mediana3(const T* entrada, long filas, long columnas, T* salida) {
         for (long f = 1; f + 1 < filas; ++f) {
             convertir(f + 1);
             MedianaFila3<U>(claves.data() + ((f - 1) % 3) * n, claves.data() + (f % 3) * n,
-                            claves.data() + ((f + 1) % 3) * n, columnas, bajo.data(), medio.data(),
-                            alto.data(), res.data());
+                            claves.data() + ((f + 1) % 3) * n, columnas, res.data());
             T* s = salida + f * columnas + 1;
             for (long i = 0; i + 2 < columnas; ++i) s[i] = Clave<T>::Valor(res[i]);
+            rango::ExtremosACero(salida + f * columnas, columnas, 1);
         }
     }
 }
@@ -252,7 +269,8 @@ bool FiltroMediana(const Muestras& entrada, long filas, long columnas, int k, Mu
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
         const T* e = entrada.Como<T>().data();
         T* s = salida.Como<T>().data();
-        rango::BordeACero(s, filas, columnas, (k - 1) / 2);
+        // The 3 x 3 rows zero their own ends.
+        rango::BordeACero(s, filas, columnas, (k - 1) / 2, k != 3);
         if (filas < k || columnas < k) return;
         switch (k) {
             case 3: Mediana<3>(e, filas, columnas, s); break;

@@ -25,21 +25,27 @@ inline bool ArgumentosValidos(const Muestras& entrada, long filas, long columnas
     return entrada.Cantidad() >= total && salida.Cantidad() >= total;
 }
 
-// Sets to 0 every pixel closer than h to an edge. An image with fewer than
-// 2h + 1 rows or columns is all border.
+// Sets to 0 the first and last h samples of one row.
 template <class T>
-void BordeACero(T* salida, long filas, long columnas, int h) {
+void ExtremosACero(T* fila, long columnas, int h) {
+    std::fill(fila, fila + h, T{});
+    std::fill(fila + columnas - h, fila + columnas, T{});
+}
+
+// Sets to 0 every pixel closer than h to an edge. An image with fewer than
+// 2h + 1 rows or columns is all border. With `columnasTambien` false the ends of
+// the interior rows are left to the caller, which zeroes them (with
+// ExtremosACero) while the row is in the cache.
+template <class T>
+void BordeACero(T* salida, long filas, long columnas, int h, bool columnasTambien = true) {
     if (filas < 2 * h + 1 || columnas < 2 * h + 1) {
         std::fill(salida, salida + filas * columnas, T{});
         return;
     }
     std::fill(salida, salida + h * columnas, T{});
     std::fill(salida + (filas - h) * columnas, salida + filas * columnas, T{});
-    for (long f = h; f < filas - h; ++f) {
-        T* fila = salida + f * columnas;
-        std::fill(fila, fila + h, T{});
-        std::fill(fila + columnas - h, fila + columnas, T{});
-    }
+    if (columnasTambien)
+        for (long f = h; f < filas - h; ++f) ExtremosACero(salida + f * columnas, columnas, h);
 }
 
 // Unsigned key of a sample whose integer order is the order of the values.
