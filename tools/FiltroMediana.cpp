@@ -14,7 +14,8 @@
 // pixel, and only the at most 2 x 16 finer bins under it are walked. Byte and
 // integer samples go into the histogram as they are; real and double images
 // are cut into tiles of at most 65536 samples whose samples are replaced by
-// their rank inside the tile, so that they too fit a 16-bit histogram.
+// the rank of their value among the tile's distinct values, so that they
+// too fit a 16-bit histogram.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -104,33 +105,88 @@ void Mediana3(const T* entrada, long filas, long columnas, T* salida) {
 
 // ------------------------------------------------------- sliding histogram
 
-// Counts of the window's values, 0 .. 2^B - 1 (B = 8 or 16), at two or
-// three levels, and the coarse bin where the median was last found with the
-// number of samples below that bin.
-template <int B>
+// Counts of the window's values, 0 .. 2^B - 1 (B = 8 or 16), per value,
+// per 16 values and (B = 16) per 256 values, with a value `m` near where the
+// median was last found and the number of samples below it; from one pixel
+// to the next the search starts there.
+//
+// kPorValor: m is the median itself and is walked value by value, a whole
+// group of 16 or 256 values at a time where the group's count allows it;
+// best when the values present are close together (bytes, ranks).
+// Otherwise m is the start of the median's coarse group (16 values for
+// B = 8, 256 for B = 16), walked a group at a time, and the median is then
+// found inside the group; best for 16-bit values spread far apart.
+template <int B, bool kPorValor>
 class Histograma {
 public:
-    static constexpr unsigned kGrueso = B == 8 ? 4 : 8;  // shift to the coarse bin
-
     void Sumar(unsigned v) {
         ++fino_[v];
         ++medio_[v >> 4];
         if constexpr (B == 16) ++grueso_[v >> 8];
-        debajo_ += static_cast<int>((v >> kGrueso) < bin_);
+        debajo_ += static_cast<int>(v < valor_);
     }
     void Restar(unsigned v) {
         --fino_[v];
         --medio_[v >> 4];
         if constexpr (B == 16) --grueso_[v >> 8];
-        debajo_ -= static_cast<int>((v >> kGrueso) < bin_);
+        debajo_ -= static_cast<int>(v < valor_);
     }
-    // The value of rank t (0-based) among the samples counted.
+    // The value of rank t (0-based) among the samples counted: the value m
+    // with at most t samples below it and more than t up to it.
     unsigned Rango(int t) {
+        if constexpr (kPorValor) return PorValor(t);
+        else return PorGrupo(t);
+    }
+
+private:
+    unsigned PorValor(int t) {
+        unsigned m = valor_;
+        int d = debajo_;
+        while (d > t) {
+            if ((m & 15) == 0) {
+                if (B == 16 && (m & 255) == 0 && d - grueso_[(m >> 8) - 1] > t) {
+                    d -= grueso_[(m >> 8) - 1];
+                    m -= 256;
+                    continue;
+                }
+                if (d - medio_[(m >> 4) - 1] > t) {
+                    d -= medio_[(m >> 4) - 1];
+                    m -= 16;
+                    continue;
+                }
+            }
+            d -= fino_[--m];
+        }
+        while (d + fino_[m] <= t) {
+            d += fino_[m++];
+            while ((m & 15) == 0) {
+                if (B == 16 && (m & 255) == 0 && d + grueso_[m >> 8] <= t) {
+                    d += grueso_[m >> 8];
+                    m += 256;
+                } else if (d + medio_[m >> 4] <= t) {
+                    d += medio_[m >> 4];
+                    m += 16;
+                } else {
+                    break;
+                }
+            }
+        }
+        valor_ = m;
+        debajo_ = d;
+        return m;
+    }
+
+    unsigned PorGrupo(int t) {
+        constexpr unsigned kDesplazamiento = B == 8 ? 4 : 8;
         const uint8_t* g = B == 8 ? medio_ : grueso_;
-        while (debajo_ > t) debajo_ -= g[--bin_];
-        while (debajo_ + g[bin_] <= t) debajo_ += g[bin_++];
-        int r = t - debajo_;
-        unsigned i = bin_;
+        unsigned grupo = valor_ >> kDesplazamiento;
+        int d = debajo_;
+        while (d > t) d -= g[--grupo];
+        while (d + g[grupo] <= t) d += g[grupo++];
+        valor_ = grupo << kDesplazamiento;
+        debajo_ = d;
+        int r = t - d;
+        unsigned i = grupo;
         if constexpr (B == 16) {
             i *= 16;
             while (r >= medio_[i]) r -= medio_[i++];
@@ -140,19 +196,18 @@ public:
         return i;
     }
 
-private:
     uint8_t fino_[1u << B] = {};
     uint8_t medio_[1u << (B - 4)] = {};
     uint8_t grueso_[B == 16 ? 256 : 1] = {};
-    unsigned bin_ = 0;
+    unsigned valor_ = 0;
     int debajo_ = 0;
 };
 
 // Slides a K x K window over a block of `filas` x `columnas` values (rows
 // `paso` apart) and calls escribir(f, c, median) for every interior pixel.
 // The histogram is left empty.
-template <int B, int K, class V, class Escribir>
-void MedianaDeslizante(Histograma<B>& hist, const V* valores, long filas, long columnas, long paso,
+template <int K, class H, class V, class Escribir>
+void MedianaDeslizante(H& hist, const V* valores, long filas, long columnas, long paso,
                        Escribir&& escribir) {
     constexpr int h = (K - 1) / 2;
     constexpr int t = (K * K - 1) / 2;
@@ -178,9 +233,9 @@ void MedianaDeslizante(Histograma<B>& hist, const V* valores, long filas, long c
 
 template <class T, int K>
 void MedianaEntera(const T* entrada, long filas, long columnas, T* salida) {
-    constexpr int B = sizeof(T) == 1 ? 8 : 16;
-    auto hist = std::make_unique<Histograma<B>>();
-    MedianaDeslizante<B, K>(*hist, entrada, filas, columnas, columnas, [&](long f, long c, unsigned v) {
+    using H = std::conditional_t<sizeof(T) == 1, Histograma<8, true>, Histograma<16, false>>;
+    auto hist = std::make_unique<H>();
+    MedianaDeslizante<K>(*hist, entrada, filas, columnas, columnas, [&](long f, long c, unsigned v) {
         salida[f * columnas + c] = static_cast<T>(v);
     });
 }
@@ -229,7 +284,7 @@ void MedianaReal(const T* entrada, long filas, long columnas, T* salida) {
     std::vector<U> clave(kMaximo), clave2(kMaximo);
     std::vector<uint16_t> indice(kMaximo), indice2(kMaximo), rango(kMaximo);
     std::vector<T> valor(kMaximo);
-    auto hist = std::make_unique<Histograma<16>>();
+    auto hist = std::make_unique<Histograma<16, true>>();
     for (long f0 = 0; f0 + K <= filas; f0 += alto - 2 * h) {
         const long nf = std::min(filas, f0 + alto) - f0;
         for (long c0 = 0; c0 + K <= columnas; c0 += ancho - 2 * h) {
@@ -244,11 +299,15 @@ void MedianaReal(const T* entrada, long filas, long columnas, T* salida) {
                 }
             }
             OrdenarClaves(clave, indice, clave2, indice2, n);
-            for (std::size_t p = 0; p < n; ++p) {
-                rango[indice[p]] = static_cast<uint16_t>(p);
-                valor[p] = Clave<T>::Valor(clave[p]);
+            // Equal samples share a rank: rank r is the r-th distinct value.
+            unsigned r = 0;
+            valor[0] = Clave<T>::Valor(clave[0]);
+            rango[indice[0]] = 0;
+            for (std::size_t p = 1; p < n; ++p) {
+                if (clave[p] != clave[p - 1]) valor[++r] = Clave<T>::Valor(clave[p]);
+                rango[indice[p]] = static_cast<uint16_t>(r);
             }
-            MedianaDeslizante<16, K>(*hist, rango.data(), nf, nc, nc, [&](long f, long c, unsigned r) {
+            MedianaDeslizante<K>(*hist, rango.data(), nf, nc, nc, [&](long f, long c, unsigned r) {
                 salida[(f0 + f) * columnas + c0 + c] = valor[r];
             });
         }
