@@ -17,10 +17,10 @@
 // bin; NaN samples make a bin of their own.
 //
 // The counts of the window's values are slid along each row (2K updates per
-// pixel), together with how many values have each count and the sum of
-// those values. The highest count follows from that at once; when a single
-// value has it, that value is the sum; only on a tie is the window walked in
-// row order up to the first sample that has the highest count.
+// pixel), together with the highest count and how many values have it; the
+// window is walked whole only when the last value with the highest count
+// loses a sample. The output is then the first sample in row order whose
+// count is the highest, a walk that usually stops after a few samples.
 #include <cstdint>
 #include <memory>
 #include <type_traits>
@@ -33,42 +33,37 @@
 namespace orvela {
 namespace {
 
-constexpr int kMaxVentana = 49;
-
-// Counts of the values 0 .. N - 1 in the window.
+// Counts of the values 0 .. N - 1 in the window, the highest count and how
+// many values have it. Updates keep the pair exact except when the last
+// value with the highest count loses a sample: then the pair is marked
+// (ConMaximo() == 0) and the caller finds it again from the window.
 template <unsigned N>
 class Cuentas {
 public:
     void Sumar(unsigned v) {
-        unsigned c = cuenta_[v];
-        --numero_[c];
-        suma_[c] -= v;
-        cuenta_[v] = static_cast<uint8_t>(++c);
-        ++numero_[c];
-        suma_[c] += v;
-        if (static_cast<int>(c) > maximo_) maximo_ = static_cast<int>(c);
+        const int c = ++cuenta_[v];
+        if (c > maximo_) {
+            maximo_ = c;
+            conMaximo_ = 1;
+        } else if (c == maximo_) {
+            ++conMaximo_;
+        }
     }
     void Restar(unsigned v) {
-        unsigned c = cuenta_[v];
-        --numero_[c];
-        suma_[c] -= v;
-        cuenta_[v] = static_cast<uint8_t>(--c);
-        ++numero_[c];
-        suma_[c] += v;
-        if (numero_[maximo_] == 0) --maximo_;
+        const int c = cuenta_[v]--;
+        if (c == maximo_) --conMaximo_;
     }
-    int Maximo() const { return maximo_; }
-    // How many values have count c, and their sum.
-    int Numero(int c) const { return numero_[c]; }
-    unsigned Suma(int c) const { return suma_[c]; }
     int Cuenta(unsigned v) const { return cuenta_[v]; }
+    int Maximo() const { return maximo_; }
+    int ConMaximo() const { return conMaximo_; }
+    void Fijar(int maximo, int conMaximo) {
+        maximo_ = maximo;
+        conMaximo_ = conMaximo;
+    }
 
 private:
     uint8_t cuenta_[N] = {};
-    // Entry 0 is not meaningful (values absent from the window).
-    int numero_[kMaxVentana + 1] = {};
-    unsigned suma_[kMaxVentana + 1] = {};
-    int maximo_ = 0;
+    int maximo_ = 0, conMaximo_ = 0;
 };
 
 // Input rows f - h .. f + h of the labels (what is compared) and of the
@@ -79,39 +74,41 @@ struct Ventana {
     const T* muestra[K];
 };
 
-template <int K, unsigned N, class T, class L, bool kEtiquetaEsMuestra>
+template <int K, unsigned N, class T, class L>
 void ModaFila(Cuentas<N>& cuentas, const Ventana<T, L, K>& v, long columnas, T* salida) {
     constexpr int h = (K - 1) / 2;
+    cuentas.Fijar(0, 0);
     for (int j = 0; j < K; ++j)
         for (int i = 0; i < K; ++i) cuentas.Sumar(v.etiqueta[j][i]);
     for (long c = h; c < columnas - h; ++c) {
+        const long c0 = c - h;
         if (c > h) {
             for (int j = 0; j < K; ++j) {
-                cuentas.Restar(v.etiqueta[j][c - h - 1]);
+                cuentas.Restar(v.etiqueta[j][c0 - 1]);
                 cuentas.Sumar(v.etiqueta[j][c + h]);
             }
         }
+        if (cuentas.ConMaximo() == 0) {
+            // Highest count and how many window positions have it; each
+            // value with that count fills that many positions.
+            int m = 0, posiciones = 0;
+            for (int j = 0; j < K; ++j) {
+                for (int i = 0; i < K; ++i) {
+                    const int n = cuentas.Cuenta(v.etiqueta[j][c0 + i]);
+                    if (n > m) m = n, posiciones = 0;
+                    posiciones += n == m;
+                }
+            }
+            cuentas.Fijar(m, posiciones / m);
+        }
         const int m = cuentas.Maximo();
-        const long c0 = c - h;
-        T r;
-        if (m == 1) {
-            r = v.muestra[h][c];
-        } else if (cuentas.Numero(m) == 1 && kEtiquetaEsMuestra) {
-            r = static_cast<T>(cuentas.Suma(m));
-        } else {
-            // First position in row order whose value has the highest count;
-            // with a single such value, its first sample.
-            const bool unico = cuentas.Numero(m) == 1;
-            const unsigned ganador = cuentas.Suma(m);
-            r = T{};
+        T r = v.muestra[h][c];
+        if (m > 1) {
+            // First position in row order whose value has the highest count.
             for (int j = 0; j < K; ++j) {
                 const L* e = v.etiqueta[j] + c0;
                 int i = 0;
-                if (unico) {
-                    while (i < K && e[i] != ganador) ++i;
-                } else {
-                    while (i < K && cuentas.Cuenta(e[i]) != m) ++i;
-                }
+                while (i < K && cuentas.Cuenta(e[i]) != m) ++i;
                 if (i < K) {
                     r = v.muestra[j][c0 + i];
                     break;
@@ -132,7 +129,7 @@ void ModaEntera(const T* entrada, long filas, long columnas, T* salida) {
     Ventana<T, T, K> v;
     for (long f = h; f < filas - h; ++f) {
         for (int j = 0; j < K; ++j) v.etiqueta[j] = v.muestra[j] = entrada + (f - h + j) * columnas;
-        ModaFila<K, N, T, T, true>(*cuentas, v, columnas, salida + f * columnas);
+        ModaFila<K, N, T, T>(*cuentas, v, columnas, salida + f * columnas);
     }
 }
 
@@ -167,7 +164,7 @@ void ModaReal(const T* entrada, long filas, long columnas, double mn, double mx,
             v.etiqueta[j] = bins.data() + (fila % K) * n;
             v.muestra[j] = entrada + fila * columnas;
         }
-        ModaFila<K, 257, T, uint16_t, false>(*cuentas, v, columnas, salida + f * columnas);
+        ModaFila<K, 257, T, uint16_t>(*cuentas, v, columnas, salida + f * columnas);
     }
 }
 
