@@ -3,19 +3,19 @@
 // rango::Clave), which puts -0 before +0 and NaN at the ends, so the median
 // is always one well-defined sample of the window.
 //
-// 3 x 3: a selection network on the keys, run across a whole row at a time.
-// Each column of three is sorted once; the median of the nine is the median
-// of (largest of the column minima, median of the column medians, smallest
-// of the column maxima).
+// 3 x 3: a selection network on the keys, run across a row at a time (the
+// compiler turns it into vector minima and maxima). Each column of three is
+// sorted; the median of the nine is the median of (largest of the column
+// minima, median of the column medians, smallest of the column maxima).
 //
 // 5 x 5 and 7 x 7: a histogram of the window slid along each row (2K
 // updates per pixel) with counts per value, per 16 values and, for 16-bit
-// values, per 256 values. The median's coarse bin is followed from pixel to
-// pixel, and only the at most 2 x 16 finer bins under it are walked. Byte and
-// integer samples go into the histogram as they are; real and double images
-// are cut into tiles of at most 65536 samples whose samples are replaced by
-// the rank of their value among the tile's distinct values, so that they
-// too fit a 16-bit histogram.
+// values, per 256 values; the search for the median starts where the last
+// one was found (see Histograma). Byte and integer samples go into the
+// histogram as they are; real and double images are cut into tiles of at
+// most 65536 samples whose samples are replaced by the rank of their value
+// among the tile's distinct values, so that they too fit a 16-bit
+// histogram.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
