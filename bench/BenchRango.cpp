@@ -1,5 +1,6 @@
 // Rank and mode filters on the 7000 x 7000 scene, in millions of pixels per
-// second, for every filter, window size and sample type.
+// second of processor time, for every filter, window size and sample type
+// (tipo 1 byte, 2 double, 3 integer, 4 real).
 #include <benchmark/benchmark.h>
 
 #include "bench/Escena.h"
@@ -26,7 +27,7 @@ void Rango(benchmark::State& estado, Filtro filtro) {
 void Argumentos(benchmark::internal::Benchmark* b) {
     for (const int codigo : {orvela::kByte, orvela::kInteger, orvela::kReal, orvela::kDouble})
         for (const int k : {3, 5, 7}) b->Args({codigo, k});
-    b->ArgNames({"tipo", "k"})->Unit(benchmark::kMillisecond)->UseRealTime();
+    b->ArgNames({"tipo", "k"})->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace

@@ -18,7 +18,9 @@
 // histogram.
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
 #include "tools/FiltrosRango.h"
@@ -105,30 +107,38 @@ void Mediana3(const T* entrada, long filas, long columnas, T* salida) {
 
 // ------------------------------------------------------- sliding histogram
 
-// Counts of the window's values, 0 .. 2^B - 1 (B = 8 or 16), per value,
-// per 16 values and (B = 16) per 256 values, with a value `m` near where the
-// median was last found and the number of samples below it; from one pixel
-// to the next the search starts there.
+// Counts of the window's values, 0 .. 2^B - 1 (B = 8 or 16), with a value
+// `m` near where the median was last found and the number of samples below
+// it; from one pixel to the next the search starts there. 16-bit values are
+// also counted per 16 and per 256 values.
 //
-// kPorValor: m is the median itself and is walked value by value, a whole
-// group of 16 or 256 values at a time where the group's count allows it;
-// best when the values present are close together (bytes, ranks).
-// Otherwise m is the start of the median's coarse group (16 values for
-// B = 8, 256 for B = 16), walked a group at a time, and the median is then
-// found inside the group; best for 16-bit values spread far apart.
+// kPorValor: m is the median itself and is walked value by value; whole
+// groups are stepped over where their count allows it (for bytes, runs of
+// 8 empty values, read as one 64-bit word). Best when the values present
+// are close together (bytes, ranks).
+// Otherwise (16-bit only) m is the start of the median's group of 256
+// values, walked a group at a time (8 empty groups at a time), and the
+// median is then found inside the group; best for values spread far apart.
 template <int B, bool kPorValor>
 class Histograma {
+    static_assert(B == 16 || kPorValor);
+    static constexpr bool kGrupos = B == 16;
+
 public:
     void Sumar(unsigned v) {
         ++fino_[v];
-        ++medio_[v >> 4];
-        if constexpr (B == 16) ++grueso_[v >> 8];
+        if constexpr (kGrupos) {
+            ++medio_[v >> 4];
+            ++grueso_[v >> 8];
+        }
         debajo_ += static_cast<int>(v < valor_);
     }
     void Restar(unsigned v) {
         --fino_[v];
-        --medio_[v >> 4];
-        if constexpr (B == 16) --grueso_[v >> 8];
+        if constexpr (kGrupos) {
+            --medio_[v >> 4];
+            --grueso_[v >> 8];
+        }
         debajo_ -= static_cast<int>(v < valor_);
     }
     // The value of rank t (0-based) among the samples counted: the value m
@@ -139,36 +149,53 @@ public:
     }
 
 private:
+    // The 8 counts from c[i] on (i a multiple of 8) are all 0.
+    static bool OchoVacios(const uint8_t* c, unsigned i) {
+        uint64_t w;
+        std::memcpy(&w, c + i, sizeof w);
+        return w == 0;
+    }
+
     unsigned PorValor(int t) {
         unsigned m = valor_;
         int d = debajo_;
         while (d > t) {
-            if ((m & 15) == 0) {
-                if (B == 16 && (m & 255) == 0 && d - grueso_[(m >> 8) - 1] > t) {
-                    d -= grueso_[(m >> 8) - 1];
-                    m -= 256;
-                    continue;
+            if constexpr (kGrupos) {
+                if ((m & 15) == 0) {
+                    if ((m & 255) == 0 && d - grueso_[(m >> 8) - 1] > t) {
+                        d -= grueso_[(m >> 8) - 1];
+                        m -= 256;
+                        continue;
+                    }
+                    if (d - medio_[(m >> 4) - 1] > t) {
+                        d -= medio_[(m >> 4) - 1];
+                        m -= 16;
+                        continue;
+                    }
                 }
-                if (d - medio_[(m >> 4) - 1] > t) {
-                    d -= medio_[(m >> 4) - 1];
-                    m -= 16;
-                    continue;
-                }
+            } else if ((m & 7) == 0 && OchoVacios(fino_, m - 8)) {
+                m -= 8;
+                continue;
             }
             d -= fino_[--m];
         }
         while (d + fino_[m] <= t) {
             d += fino_[m++];
-            while ((m & 15) == 0) {
-                if (B == 16 && (m & 255) == 0 && d + grueso_[m >> 8] <= t) {
-                    d += grueso_[m >> 8];
-                    m += 256;
-                } else if (d + medio_[m >> 4] <= t) {
-                    d += medio_[m >> 4];
-                    m += 16;
-                } else {
-                    break;
+            if constexpr (kGrupos) {
+                while ((m & 15) == 0) {
+                    if ((m & 255) == 0 && d + grueso_[m >> 8] <= t) {
+                        d += grueso_[m >> 8];
+                        m += 256;
+                    } else if (d + medio_[m >> 4] <= t) {
+                        d += medio_[m >> 4];
+                        m += 16;
+                    } else {
+                        break;
+                    }
                 }
+            } else {
+                // The median lies above m, so an empty run never reaches the end.
+                while ((m & 7) == 0 && OchoVacios(fino_, m)) m += 8;
             }
         }
         valor_ = m;
@@ -177,28 +204,29 @@ private:
     }
 
     unsigned PorGrupo(int t) {
-        constexpr unsigned kDesplazamiento = B == 8 ? 4 : 8;
-        const uint8_t* g = B == 8 ? medio_ : grueso_;
-        unsigned grupo = valor_ >> kDesplazamiento;
+        unsigned grupo = valor_ >> 8;
         int d = debajo_;
-        while (d > t) d -= g[--grupo];
-        while (d + g[grupo] <= t) d += g[grupo++];
-        valor_ = grupo << kDesplazamiento;
+        while (d > t) {
+            if ((grupo & 7) == 0 && OchoVacios(grueso_, grupo - 8)) grupo -= 8;
+            else d -= grueso_[--grupo];
+        }
+        while (d + grueso_[grupo] <= t) {
+            d += grueso_[grupo++];
+            while ((grupo & 7) == 0 && OchoVacios(grueso_, grupo)) grupo += 8;
+        }
+        valor_ = grupo << 8;
         debajo_ = d;
         int r = t - d;
-        unsigned i = grupo;
-        if constexpr (B == 16) {
-            i *= 16;
-            while (r >= medio_[i]) r -= medio_[i++];
-        }
+        unsigned i = grupo * 16;
+        while (r >= medio_[i]) r -= medio_[i++];
         i *= 16;
         while (r >= fino_[i]) r -= fino_[i++];
         return i;
     }
 
     uint8_t fino_[1u << B] = {};
-    uint8_t medio_[1u << (B - 4)] = {};
-    uint8_t grueso_[B == 16 ? 256 : 1] = {};
+    uint8_t medio_[kGrupos ? 4096 : 1] = {};
+    uint8_t grueso_[kGrupos ? 256 : 1] = {};
     unsigned valor_ = 0;
     int debajo_ = 0;
 };
