@@ -178,13 +178,13 @@ void Moda(const T* entrada, long filas, long columnas, double mn, double mx, T* 
 
 bool FiltroModa(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
     if (!rango::ArgumentosValidos(entrada, filas, columnas, k, salida)) return false;
-    double mn = 0.0, mx = 0.0;
-    if (filas > 0 && columnas > 0) MinimoMaximo(entrada, mn, mx);
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
         const T* e = entrada.Como<T>().data();
         T* s = salida.Como<T>().data();
         rango::BordeACero(s, filas, columnas, (k - 1) / 2);
         if (filas < k || columnas < k) return;
+        double mn = 0.0, mx = 0.0;
+        if constexpr (std::is_floating_point_v<T>) MinimoMaximo(entrada, mn, mx);
         switch (k) {
             case 3: Moda<3>(e, filas, columnas, mn, mx, s); break;
             case 5: Moda<5>(e, filas, columnas, mn, mx, s); break;
