@@ -70,6 +70,9 @@ CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& ca
     : base_(base) {
     auto* layout = qobject_cast<QBoxLayout*>(padre->layout());
     std::map<std::string, QGroupBox*> grupos;
+    // Values of the fields before each one, at their defaults: a list of
+    // numbers is sized by them.
+    Valores previos = base_;
     for (const Campo* campo : campos) {
         Control c{campo};
         const std::string titulo = campo->grupo ? campo->grupo : "";
@@ -129,7 +132,6 @@ CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& ca
                     interior->addWidget(etiqueta);
                     c.etiquetas.push_back(etiqueta);
                 }
-                Valores previos = base_;
                 const int n = campo->cantidad ? std::max(0, campo->cantidad(previos)) : 0;
                 const int lado = std::max(1, static_cast<int>(std::ceil(std::sqrt(static_cast<double>(n)))));
                 auto* rejilla = new QGridLayout;
@@ -144,6 +146,10 @@ CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& ca
                 interior->addLayout(rejilla);
                 break;
             }
+        }
+        if (campo->Aplica(previos)) {
+            QString ignorado;
+            LeerUno(c, previos, ignorado);
         }
         controles_.push_back(std::move(c));
     }

@@ -15,6 +15,7 @@
 
 #include "EspacioPrueba.h"
 #include "InterfazGuion.h"
+#include "dialogs/COperacionDlg.h"
 #include "dialogs/CursoDialogo.h"
 #include "operations/Curso.h"
 
@@ -550,6 +551,42 @@ private slots:
         QVERIFY(visto.bucleVivo);
         QVERIFY(QFileInfo::exists(QString::fromStdString(Ruta("lenta.ozm"))));
         QCOMPARE(ui.esperas, 0);
+    }
+
+    // Every declared operation gives a dialog whose controls carry the
+    // documented, unique object names.
+    void dialogoDeCadaDeclaracion() {
+        QVERIFY(!Catalogo().empty());
+        for (const Declaracion* d : Catalogo()) {
+            InterfazGuion ui;
+            COperacionDlg dlg(*d, ui);
+            QCOMPARE(dlg.windowTitle(), QString::fromUtf8(d->titulo));
+            QStringList nombres;
+            for (QWidget* w : dlg.findChildren<QWidget*>())
+                if (!w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_"))) nombres << w->objectName();
+            QStringList esperados = {QStringLiteral("aceptar"), QStringLiteral("cancelar"), QStringLiteral("ayuda")};
+            for (std::size_t i = 0; i < d->entradas.size(); ++i) {
+                esperados << QStringLiteral("entrada%1_seleccionar").arg(i) << QStringLiteral("entrada%1_nombre").arg(i);
+                if (d->entradas[i].admiteVentanaActiva)
+                    esperados << QStringLiteral("entrada%1_activa").arg(i) << QStringLiteral("entrada%1_fichero").arg(i);
+            }
+            const Valores defecto = ValoresPorDefecto(*d);
+            for (const Campo& c : d->campos) {
+                if (c.subdialogo) continue;
+                if (c.tipo == TipoCampo::Eleccion)
+                    for (std::size_t k = 0; k < c.opciones.size(); ++k) esperados << NombreCampo(c.clave, static_cast<int>(k));
+                else if (c.tipo == TipoCampo::ListaReales)
+                    for (int k = 0; k < (c.cantidad ? c.cantidad(defecto) : 0); ++k) esperados << NombreCampo(c.clave, k);
+                else
+                    esperados << NombreCampo(c.clave);
+            }
+            if (d->conSalida)
+                esperados << QStringLiteral("salida_ventana") << QStringLiteral("salida_fichero")
+                          << QStringLiteral("salida_guardar") << QStringLiteral("salida_nombre");
+            nombres.sort();
+            esperados.sort();
+            QVERIFY2(nombres == esperados, qPrintable(QString::fromUtf8(d->orden) + QStringLiteral(": ") + nombres.join(QLatin1Char(' '))));
+        }
     }
 
     // Cancelling the AVISO abandons the operation. Runs only once the AVISO
