@@ -248,26 +248,6 @@ private slots:
         QCOMPARE(ui.esperas, 0);
     }
 
-    void cabeceraAusenteRechazada() {
-        const std::string sinCabecera = Ruta("suelta.ozm");
-        QFile f(QString::fromStdString(sinCabecera));
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write("\x01\x02");
-        f.close();
-        EspacioPrueba espacio;
-        InterfazGuion ui;
-        ui.ficherosAbrir = {sinCabecera};
-        QString nombre = QStringLiteral("x");
-        ui.dialogos.push_back([&](QDialog& d) {
-            Pulsar(d, "entrada0_seleccionar");
-            nombre = Texto(d, "entrada0_nombre");
-            return Aceptar(d);
-        });
-        EjecutarOperacion(DosImagenes(), espacio, ui);
-        QCOMPARE(ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kCabeceraNoEncontrada, "inf")}));
-        QVERIFY(nombre.isEmpty());
-    }
-
     void salidaAFicheroConTituloDelResultado() {
         EspacioPrueba espacio;
         CBrimarDoc* doc = espacio.NuevaVentana();
@@ -412,29 +392,6 @@ private slots:
             QCOMPARE(ValoresDe(doc->Imagen()), (aVentana ? std::vector<double>{2, 0} : std::vector<double>{1}));
             QVERIFY(!QFileInfo::exists(QString::fromStdString(Ruta("cociente.ozm"))));
         }
-    }
-
-    void dosImagenesDanTituloConLaSegunda() {
-        EspacioPrueba espacio;
-        InterfazGuion ui;
-        ui.ficherosAbrir = {EscribirImagen(Ruta("s1"), "s1", "byte", 1, 2, {200, 1}),
-                            EscribirImagen(Ruta("s2"), "s2", "byte", 1, 2, {100, 2})};
-        ui.ficherosGuardar = {Ruta("suma.ozm")};
-        bool conVentana = true;
-        ui.dialogos.push_back([&](QDialog& d) {
-            conVentana = d.findChild<QWidget*>(QStringLiteral("entrada0_activa")) != nullptr;
-            Pulsar(d, "entrada0_seleccionar");
-            Pulsar(d, "entrada1_seleccionar");
-            Pulsar(d, "salida_guardar");
-            return Aceptar(d);
-        });
-        EjecutarOperacion(DosImagenes(), espacio, ui);
-        QVERIFY(!conVentana);
-        QVERIFY(ui.mensajes.empty());
-        CImagen r;
-        QVERIFY(!r.Cargar(Ruta("suma.ozm")));
-        QCOMPARE(r.titulo, std::string("s1_Sumada_Con_s2"));
-        QCOMPARE(ValoresDe(r), (std::vector<double>{300, 3}));
     }
 
     // Fields that do not take part are disabled as the choice changes and
