@@ -3,6 +3,20 @@
 // active-window checks, AVISO before replacing a window's image, computing
 // while the window keeps repainting) and the output to the window or to a
 // file pair.
+//
+// In order: an operation that offers the active window's image refuses to
+// open its dialog without an active window (61216), with an empty one
+// (61264) or with a colour composite (61265). After "Aceptar" (and the
+// parameter dialogs) the wait cursor is on; the output or an input taken
+// from the window needs an active window (61216); the inputs are loaded
+// (61284 for a missing or short raster); the operation's own checks run;
+// when the result is to replace a window image that is not one of the
+// inputs (and is not a colour composite) the user is asked whether to save
+// it first, and may give up. The computation runs on a worker thread; a
+// progress window appears when it takes more than a moment. Warnings are
+// shown, then either the error (leaving, when the operation says so, one of
+// the inputs in the window) or the result: put into the window, keeping the
+// window's palette, or written under the chosen stem.
 #pragma once
 
 #include "operations/Operacion.h"

@@ -1,0 +1,486 @@
+#include "dialogs/COperacionDlg.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <map>
+
+#include "app/Interfaz.h"
+#include "dialogs/ComandosEspacio.h"
+#include "operations/Curso.h"
+
+using namespace orvela;
+
+namespace {
+
+const QStringList& FiltrosImagen() {
+    static const QStringList f = {QStringLiteral("Imágenes (*.ozm)"), QStringLiteral("Todos Los Archivos (*.*)")};
+    return f;
+}
+
+QString Q(const char* s) { return QString::fromUtf8(s ? s : ""); }
+
+// A number typed by the user: a decimal comma is taken as a point.
+std::optional<double> LeerNumero(QString t, bool entero) {
+    t = t.trimmed();
+    if (!t.contains(QLatin1Char('.'))) t.replace(QLatin1Char(','), QLatin1Char('.'));
+    bool ok = false;
+    if (entero) {
+        const qlonglong n = QLocale::c().toLongLong(t, &ok);
+        if (!ok) return std::nullopt;
+        return static_cast<double>(n);
+    }
+    const double x = QLocale::c().toDouble(t, &ok);
+    if (!ok || !std::isfinite(x)) return std::nullopt;
+    return x;
+}
+
+QString TextoNumero(double x, bool entero) {
+    if (entero) return QString::number(static_cast<qlonglong>(x));
+    return QLocale::c().toString(x, 'g', 10);
+}
+
+// Name of a field in a sentence: its label, else its group.
+QString NombreCampo(const Campo& c) {
+    QString n = Q(c.etiqueta).trimmed();
+    if (n.isEmpty()) n = Q(c.grupo).trimmed();
+    if (n.isEmpty() && c.subdialogo) n = Q(c.subdialogo);
+    n.remove(QLatin1Char('&'));
+    if (n.endsWith(QLatin1Char(':'))) n.chop(1);
+    return n;
+}
+
+QString NombreCampoObjeto(const Campo& c) { return QStringLiteral("campo_%1").arg(static_cast<int>(c.clave)); }
+
+}  // namespace
+
+// ---------------------------------------------------------------- fields
+
+CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& campos, const Valores& base)
+    : base_(base) {
+    auto* layout = qobject_cast<QBoxLayout*>(padre->layout());
+    std::map<std::string, QGroupBox*> grupos;
+    // Values of the fields before each one, at their defaults: a list of
+    // numbers is sized by them.
+    Valores previos = base_;
+    for (const Campo* campo : campos) {
+        Control c{campo};
+        const std::string titulo = campo->grupo ? campo->grupo : "";
+        QGroupBox* grupo = nullptr;
+        if (!titulo.empty()) {
+            auto it = grupos.find(titulo);
+            if (it != grupos.end()) grupo = it->second;
+        }
+        if (!grupo) {
+            grupo = new QGroupBox(Q(campo->grupo), padre);
+            new QVBoxLayout(grupo);
+            if (layout) layout->addWidget(grupo);
+            if (!titulo.empty()) grupos[titulo] = grupo;
+        }
+        c.grupo = grupo;
+        auto* interior = static_cast<QVBoxLayout*>(grupo->layout());
+        const QString nombre = NombreCampoObjeto(*campo);
+        switch (campo->tipo) {
+            case TipoCampo::Eleccion: {
+                auto* botones = new QButtonGroup(grupo);
+                for (std::size_t k = 0; k < campo->opciones.size(); ++k) {
+                    auto* r = new QRadioButton(Q(campo->opciones[k].etiqueta), grupo);
+                    r->setObjectName(nombre + QStringLiteral("_%1").arg(k));
+                    botones->addButton(r, static_cast<int>(k));
+                    interior->addWidget(r);
+                    c.radios.push_back(r);
+                }
+                if (!c.radios.empty()) {
+                    const auto k = static_cast<std::size_t>(std::max(0.0, campo->porDefecto));
+                    c.radios[k < c.radios.size() ? k : 0]->setChecked(true);
+                }
+                break;
+            }
+            case TipoCampo::Entero:
+            case TipoCampo::Real:
+            case TipoCampo::Texto: {
+                auto* fila = new QHBoxLayout;
+                auto* etiqueta = new QLabel(Q(campo->etiqueta), grupo);
+                auto* edit = new QLineEdit(grupo);
+                edit->setObjectName(nombre);
+                etiqueta->setBuddy(edit);
+                if (campo->tipo == TipoCampo::Texto)
+                    edit->setText(Q(campo->textoPorDefecto));
+                else
+                    edit->setText(TextoNumero(campo->porDefecto, campo->tipo == TipoCampo::Entero));
+                if (!Q(campo->etiqueta).isEmpty()) fila->addWidget(etiqueta);
+                else etiqueta->hide();
+                fila->addWidget(edit);
+                interior->addLayout(fila);
+                c.edits.push_back(edit);
+                c.etiquetas.push_back(etiqueta);
+                break;
+            }
+            case TipoCampo::ListaReales: {
+                if (!Q(campo->etiqueta).isEmpty()) {
+                    auto* etiqueta = new QLabel(Q(campo->etiqueta), grupo);
+                    interior->addWidget(etiqueta);
+                    c.etiquetas.push_back(etiqueta);
+                }
+                const int n = campo->cantidad ? std::max(0, campo->cantidad(previos)) : 0;
+                const int lado = std::max(1, static_cast<int>(std::ceil(std::sqrt(static_cast<double>(n)))));
+                auto* rejilla = new QGridLayout;
+                for (int k = 0; k < n; ++k) {
+                    auto* edit = new QLineEdit(grupo);
+                    edit->setObjectName(nombre + QStringLiteral("_%1").arg(k));
+                    edit->setText(TextoNumero(campo->porDefecto, false));
+                    edit->setMaximumWidth(70);
+                    rejilla->addWidget(edit, k / lado, k % lado);
+                    c.edits.push_back(edit);
+                }
+                interior->addLayout(rejilla);
+                break;
+            }
+        }
+        if (campo->Aplica(previos)) {
+            QString ignorado;
+            LeerUno(c, previos, ignorado);
+        }
+        controles_.push_back(std::move(c));
+    }
+    for (auto& c : controles_) {
+        for (auto* r : c.radios)
+            conexiones_.push_back(QObject::connect(r, &QRadioButton::toggled, padre, [this] { Actualizar(); }));
+        for (auto* e : c.edits)
+            conexiones_.push_back(QObject::connect(e, &QLineEdit::textChanged, padre, [this] { Actualizar(); }));
+    }
+    Actualizar();
+}
+
+CamposDialogo::~CamposDialogo() {
+    for (const auto& c : conexiones_) QObject::disconnect(c);
+}
+
+bool CamposDialogo::LeerUno(const Control& c, Valores& v, QString& error) const {
+    const Campo& campo = *c.campo;
+    switch (campo.tipo) {
+        case TipoCampo::Eleccion: {
+            double indice = campo.porDefecto;
+            for (std::size_t k = 0; k < c.radios.size(); ++k)
+                if (c.radios[k]->isChecked()) indice = static_cast<double>(k);
+            v.Poner(campo.clave, indice);
+            return true;
+        }
+        case TipoCampo::Texto: v.Poner(campo.clave, c.edits[0]->text().toStdString()); return true;
+        case TipoCampo::Entero:
+        case TipoCampo::Real: {
+            const bool entero = campo.tipo == TipoCampo::Entero;
+            const auto x = LeerNumero(c.edits[0]->text(), entero);
+            if (!x) {
+                error = entero ? QStringLiteral("El valor de «%1» debe ser un número entero.").arg(NombreCampo(campo))
+                               : QStringLiteral("El valor de «%1» debe ser un número.").arg(NombreCampo(campo));
+                return false;
+            }
+            v.Poner(campo.clave, *x);
+            return true;
+        }
+        case TipoCampo::ListaReales: {
+            std::vector<double> lista;
+            for (std::size_t k = 0; k < c.edits.size(); ++k) {
+                const auto x = LeerNumero(c.edits[k]->text(), false);
+                if (!x) {
+                    error = QStringLiteral("El valor %1 de «%2» debe ser un número.").arg(k + 1).arg(NombreCampo(campo));
+                    return false;
+                }
+                lista.push_back(*x);
+            }
+            v.Poner(campo.clave, std::move(lista));
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CamposDialogo::Leer(Valores& v, QString& error) const {
+    for (const auto& c : controles_) {
+        if (!c.campo->Aplica(v)) continue;
+        if (!LeerUno(c, v, error)) return false;
+    }
+    return true;
+}
+
+void CamposDialogo::Actualizar() {
+    Valores v = base_;
+    std::map<QGroupBox*, bool> activos;
+    for (const auto& c : controles_) {
+        const bool aplica = c.campo->Aplica(v);
+        for (auto* r : c.radios) r->setEnabled(aplica);
+        for (auto* e : c.edits) e->setEnabled(aplica);
+        for (auto* w : c.etiquetas) w->setEnabled(aplica);
+        activos[c.grupo] = activos[c.grupo] || aplica;
+        if (aplica) {
+            QString ignorado;
+            LeerUno(c, v, ignorado);
+        }
+    }
+    for (auto [grupo, activo] : activos) grupo->setEnabled(activo);
+}
+
+// ---------------------------------------------------------------- main dialog
+
+COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<Cabecera> cabeceraVentana,
+                             QWidget* padre)
+    : QDialog(padre), d_(d), ui_(ui), cabeceraVentana_(std::move(cabeceraVentana)) {
+    setWindowTitle(Q(d.titulo));
+    auto* layout = new QVBoxLayout(this);
+
+    entradas_.resize(d.entradas.size());
+    radiosVentana_.assign(d.entradas.size(), nullptr);
+    nombresEntrada_.assign(d.entradas.size(), nullptr);
+    if (!d.entradas.empty()) {
+        auto* grupo = new QGroupBox(Q(d.grupoEntrada), this);
+        auto* interior = new QVBoxLayout(grupo);
+        for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+            const DeclEntrada& e = d.entradas[i];
+            const QString base = QStringLiteral("entrada%1_").arg(i);
+            auto* fila = new QHBoxLayout;
+            QRadioButton* fichero = nullptr;
+            if (e.admiteVentanaActiva) {
+                auto* botones = new QButtonGroup(grupo);
+                auto* ventana = new QRadioButton(QStringLiteral("Imagen de la ventana activa"), grupo);
+                ventana->setObjectName(base + QStringLiteral("activa"));
+                fichero = new QRadioButton(grupo);
+                fichero->setObjectName(base + QStringLiteral("fichero"));
+                botones->addButton(ventana);
+                botones->addButton(fichero);
+                ventana->setChecked(true);
+                interior->addWidget(ventana);
+                fila->addWidget(fichero);
+                radiosVentana_[i] = ventana;
+            }
+            auto* boton = new QPushButton(Q(e.boton), grupo);
+            boton->setObjectName(base + QStringLiteral("seleccionar"));
+            boton->setAutoDefault(false);
+            auto* nombre = new QLineEdit(grupo);
+            nombre->setObjectName(base + QStringLiteral("nombre"));
+            nombre->setReadOnly(true);
+            fila->addWidget(boton);
+            fila->addWidget(nombre, 1);
+            interior->addLayout(fila);
+            nombresEntrada_[i] = nombre;
+            connect(boton, &QPushButton::clicked, this, [this, i] { ElegirEntrada(static_cast<int>(i)); });
+        }
+        layout->addWidget(grupo);
+    }
+
+    std::vector<const Campo*> principales;
+    for (const auto& c : d.campos)
+        if (!c.subdialogo) principales.push_back(&c);
+    campos_.emplace(this, principales, orvela::Valores{});
+
+    if (d.conSalida) {
+        auto* grupo = new QGroupBox(Q(d.grupoSalida), this);
+        auto* interior = new QVBoxLayout(grupo);
+        auto* botones = new QButtonGroup(grupo);
+        salidaVentana_ = new QRadioButton(QStringLiteral("Visualizar en la ventana actual"), grupo);
+        salidaVentana_->setObjectName(QStringLiteral("salida_ventana"));
+        salidaFichero_ = new QRadioButton(grupo);
+        salidaFichero_->setObjectName(QStringLiteral("salida_fichero"));
+        botones->addButton(salidaVentana_);
+        botones->addButton(salidaFichero_);
+        salidaVentana_->setChecked(true);
+        auto* guardar = new QPushButton(Q(d.botonGuardar), grupo);
+        guardar->setObjectName(QStringLiteral("salida_guardar"));
+        guardar->setAutoDefault(false);
+        nombreSalida_ = new QLineEdit(grupo);
+        nombreSalida_->setObjectName(QStringLiteral("salida_nombre"));
+        nombreSalida_->setReadOnly(true);
+        interior->addWidget(salidaVentana_);
+        auto* fila = new QHBoxLayout;
+        fila->addWidget(salidaFichero_);
+        fila->addWidget(guardar);
+        fila->addWidget(nombreSalida_, 1);
+        interior->addLayout(fila);
+        layout->addWidget(grupo);
+        connect(guardar, &QPushButton::clicked, this, &COperacionDlg::ElegirSalida);
+    }
+
+    auto* filaBotones = new QHBoxLayout;
+    auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
+    aceptar->setObjectName(QStringLiteral("aceptar"));
+    aceptar->setDefault(true);
+    auto* cancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
+    cancelar->setObjectName(QStringLiteral("cancelar"));
+    cancelar->setAutoDefault(false);
+    auto* ayuda = new QPushButton(QStringLiteral("Ayuda"), this);
+    ayuda->setObjectName(QStringLiteral("ayuda"));
+    ayuda->setAutoDefault(false);
+    filaBotones->addStretch(1);
+    filaBotones->addWidget(aceptar);
+    filaBotones->addWidget(cancelar);
+    filaBotones->addWidget(ayuda);
+    layout->addLayout(filaBotones);
+    connect(aceptar, &QPushButton::clicked, this, &COperacionDlg::Aceptar);
+    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    const char* pagina = d.paginaAyuda;
+    connect(ayuda, &QPushButton::clicked, this, [this, pagina] { MostrarAyuda(pagina, this); });
+}
+
+bool COperacionDlg::SalidaVentana() const { return salidaVentana_ && salidaVentana_->isChecked(); }
+
+void COperacionDlg::ElegirEntrada(int i) {
+    const auto k = static_cast<std::size_t>(i);
+    if (radiosVentana_[k]) {
+        if (auto* fichero = findChild<QRadioButton*>(QStringLiteral("entrada%1_fichero").arg(i)))
+            fichero->setChecked(true);
+    }
+    const auto ruta = ui_.FicheroAbrir(QStringLiteral("Abrir"), FiltrosImagen());
+    if (!ruta) return;
+    Entrada& e = entradas_[k];
+    e.elegido = true;
+    e.aceptado = false;
+    e.ruta = *ruta;
+    e.titulo = TituloFichero(*ruta);
+    nombresEntrada_[k]->setText(QString::fromStdString(e.titulo));
+    auto rechazar = [&](const Mensaje& m) {
+        ui_.Mostrar(m);
+        e.aceptado = false;
+        nombresEntrada_[k]->clear();
+    };
+    Cabecera cab;
+    if (auto m = ComprobarFicheroEntrada(*ruta, cab)) return rechazar(*m);
+    if (d_.alElegir) {
+        std::vector<std::optional<Cabecera>> previas(entradas_.size());
+        for (std::size_t j = 0; j < entradas_.size(); ++j) {
+            if (j == k) continue;
+            if (radiosVentana_[j] && radiosVentana_[j]->isChecked())
+                previas[j] = cabeceraVentana_;
+            else if (entradas_[j].aceptado)
+                previas[j] = entradas_[j].cabecera;
+        }
+        if (auto m = d_.alElegir(i, cab, previas)) return rechazar(*m);
+    }
+    e.cabecera = cab;
+    e.aceptado = true;
+}
+
+void COperacionDlg::ElegirSalida() {
+    salidaFichero_->setChecked(true);
+    const auto ruta = ui_.FicheroGuardar(QStringLiteral("Guardar como"), FiltrosImagen());
+    if (!ruta) return;
+    stem_ = QuitarExtensionGuardar(*ruta);
+    salidaElegida_ = !stem_.empty();
+    nombreSalida_->setText(QString::fromStdString(TituloFichero(*ruta)));
+}
+
+void COperacionDlg::Aceptar() {
+    orvela::Valores v;
+    QString error;
+    if (!campos_->Leer(v, error)) {
+        ui_.MostrarTexto(error);
+        return;
+    }
+    for (std::size_t i = 0; i < entradas_.size(); ++i) {
+        Entrada& e = entradas_[i];
+        e.ventana = radiosVentana_[i] && radiosVentana_[i]->isChecked();
+        if (e.ventana) continue;
+        if (!e.elegido) {
+            ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, d_.entradas[i].nombre, relleno::kUnaImagen));
+            return;
+        }
+        if (!e.aceptado) return;
+    }
+    if (d_.conSalida && !SalidaVentana() && !salidaElegida_) {
+        ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
+        return;
+    }
+    if (d_.alAceptar) {
+        if (auto m = d_.alAceptar(v)) {
+            ui_.Mostrar(*m);
+            return;
+        }
+    }
+    valores_ = std::move(v);
+    accept();
+}
+
+// ---------------------------------------------------------------- parameter dialogs
+
+namespace {
+
+class CParametrosDlg : public QDialog {
+public:
+    CParametrosDlg(const Declaracion& d, Interfaz& ui, const std::vector<const Campo*>& campos, const Valores& base,
+                   QWidget* padre)
+        : QDialog(padre), d_(d), ui_(ui), base_(base) {
+        setWindowTitle(Q(campos.front()->subdialogo));
+        auto* layout = new QVBoxLayout(this);
+        campos_.emplace(this, campos, base);
+        auto* fila = new QHBoxLayout;
+        auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
+        aceptar->setObjectName(QStringLiteral("aceptar"));
+        aceptar->setDefault(true);
+        auto* cancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
+        cancelar->setObjectName(QStringLiteral("cancelar"));
+        cancelar->setAutoDefault(false);
+        fila->addStretch(1);
+        fila->addWidget(aceptar);
+        fila->addWidget(cancelar);
+        layout->addLayout(fila);
+        connect(aceptar, &QPushButton::clicked, this, [this] { Aceptar(); });
+        connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    }
+
+    const Valores& Resultado() const { return valores_; }
+
+private:
+    const Declaracion& d_;
+    Interfaz& ui_;
+    Valores base_, valores_;
+    std::optional<CamposDialogo> campos_;
+
+    void Aceptar() {
+        Valores v = base_;
+        QString error;
+        if (!campos_->Leer(v, error)) {
+            ui_.MostrarTexto(error);
+            return;
+        }
+        if (d_.alAceptar) {
+            if (auto m = d_.alAceptar(v)) {
+                ui_.Mostrar(*m);
+                return;
+            }
+        }
+        valores_ = std::move(v);
+        accept();
+    }
+};
+
+}  // namespace
+
+bool EjecutarSubdialogos(const Declaracion& d, Interfaz& ui, Valores& v, QWidget* padre) {
+    const auto& campos = d.campos;
+    for (std::size_t i = 0; i < campos.size();) {
+        if (!campos[i].subdialogo) {
+            ++i;
+            continue;
+        }
+        std::size_t j = i;
+        std::vector<const Campo*> grupo;
+        while (j < campos.size() && campos[j].subdialogo && std::strcmp(campos[j].subdialogo, campos[i].subdialogo) == 0)
+            grupo.push_back(&campos[j++]);
+        i = j;
+        // A dialog none of whose fields takes part is not shown.
+        if (std::none_of(grupo.begin(), grupo.end(), [&](const Campo* c) { return c->Aplica(v); })) continue;
+        CParametrosDlg dlg(d, ui, grupo, v, padre);
+        if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return false;
+        v = dlg.Resultado();
+    }
+    return true;
+}
