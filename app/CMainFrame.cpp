@@ -212,7 +212,8 @@ CChildFrame* CMainFrame::NuevaVentana() {
     connect(&hijo->Vista(), &CBrimarView::comando, this, &CMainFrame::EjecutarComando);
     connect(&hijo->Documento(), &CBrimarDoc::nombreCambiado, this, &CMainFrame::ActualizarTitulo);
     // A closed window leaves no pixel query behind in the status bar.
-    connect(hijo, &QObject::destroyed, this, [this] {
+    connect(hijo, &QObject::destroyed, this, [this](QObject* hijo) {
+        if (ultima_ == hijo) ultima_ = nullptr;
         for (int i = 1; i <= 3; ++i) paneles_[i]->clear();
         ActualizarTitulo();
     });
@@ -224,9 +225,8 @@ CChildFrame* CMainFrame::NuevaVentana() {
 }
 
 CChildFrame* CMainFrame::VentanaActiva() {
-    QMdiSubWindow* s = mdi_->currentSubWindow();
-    if (!s) s = ultima_;
-    return qobject_cast<CChildFrame*>(s);
+    if (QMdiSubWindow* s = mdi_->currentSubWindow()) return qobject_cast<CChildFrame*>(s);
+    return qobject_cast<CChildFrame*>(ultima_.data());
 }
 
 CBrimarView* CMainFrame::VistaActiva() {

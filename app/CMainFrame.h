@@ -69,7 +69,9 @@ private:
     Interfaz* ui_;
     std::string carpeta_;
     QMdiArea* mdi_;
-    QPointer<QMdiSubWindow> ultima_;
+    // Last active child window (kept as a QObject: it may be read while the
+    // window is being destroyed).
+    QPointer<QObject> ultima_;
     int numeroVentanas_ = 0;
     std::array<QLabel*, 7> paneles_{};
     std::array<bool, 3> bloqueos_{};
