@@ -192,7 +192,10 @@ bool CMainFrame::eventFilter(QObject* objeto, QEvent* e) {
         if (k->key() == Qt::Key_CapsLock) i = 0;
         if (k->key() == Qt::Key_NumLock) i = 1;
         if (k->key() == Qt::Key_ScrollLock) i = 2;
-        if (i >= 0 && !k->isAutoRepeat() && objeto == QApplication::focusWidget()) {
+        // The event is seen once by the widget it is meant for: the focus
+        // widget, or the active window when nothing has the focus.
+        QWidget* destino = QApplication::focusWidget() ? QApplication::focusWidget() : QApplication::activeWindow();
+        if (i >= 0 && !k->isAutoRepeat() && objeto == destino) {
             bloqueos_[i] = !bloqueos_[i];
             paneles_[4 + i]->setEnabled(bloqueos_[i]);
         }
