@@ -1,0 +1,298 @@
+#include "app/CMainFrame.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QSettings>
+#include <QStatusBar>
+#include <QToolBar>
+#include <set>
+
+#include "app/CAcercaDeDlg.h"
+#include "app/CChildFrame.h"
+#include "app/Iconos.h"
+#include "app/Interfaz.h"
+#include "app/TablaComandos.h"
+#include "dialogs/CCrearPaletaDlg.h"
+#include "dialogs/ComandosEspacio.h"
+#include "dialogs/CursoDialogo.h"
+#include "doc/CBrimarDoc.h"
+#include "doc/CBrimarView.h"
+#include "doc/ComandosDocumento.h"
+#include "operations/Operacion.h"
+
+using orvela::Mensaje;
+namespace msg = orvela::msg;
+
+const char* const CMainFrame::kMensajeSinPaletas =
+    "ERROR. Asegúrese de que la carpeta con las paletas \nestá en el directorio del ejecutable. Si el problema\n"
+    "persiste, reinstale el software.\n";
+
+namespace {
+
+// Commands that the workspace answers itself or hands to the workspace
+// commands and the help window.
+const std::set<int> kPropios = {
+    cmd::kGuardar,        cmd::kGuardarComo,  cmd::kInformacion,      cmd::kExportarAscii,  cmd::kExportarBmp,
+    cmd::kSalir,          cmd::kImagen,       cmd::kNuevaVentana,     cmd::kHistograma,     cmd::kNivelDigital,
+    cmd::kCrearPaleta,    cmd::kZoomAdelante, cmd::kZoomAtras,        cmd::kPantallaCompleta, cmd::kPantallaNormal,
+    cmd::kContenidos,     cmd::kAcercaDe,     cmd::kTemasAyuda,       cmd::kMostrarLeyenda,
+};
+
+const char* const kIndicadores[3] = {"MAY", "NUM", "DESP"};
+
+}  // namespace
+
+CMainFrame::CMainFrame(Interfaz* ui, QWidget* padre) : QMainWindow(padre) {
+    if (!ui) {
+        uiPropia_ = std::make_unique<InterfazWidgets>(this);
+        ui = uiPropia_.get();
+    }
+    ui_ = ui;
+    setWindowTitle(QStringLiteral("Orvela"));
+    if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(IconoAplicacion());
+    setWindowIcon(QApplication::windowIcon());
+
+    mdi_ = new QMdiArea(this);
+    mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(mdi_);
+    connect(mdi_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* s) {
+        if (s) ultima_ = s;
+        ActualizarTitulo();
+    });
+
+    CrearMenus();
+    CrearBarraHerramientas();
+    CrearBarraEstado();
+    qApp->installEventFilter(this);
+    resize(1100, 720);
+    LeerCarpeta();
+}
+
+CMainFrame::~CMainFrame() {
+    qApp->removeEventFilter(this);
+    // The child windows go with the workspace; nothing of theirs may reach
+    // this frame once its own part is gone.
+    for (QMdiSubWindow* s : mdi_->subWindowList()) {
+        s->disconnect(this);
+        if (auto* c = qobject_cast<CChildFrame*>(s)) {
+            c->Vista().disconnect(this);
+            c->Documento().disconnect(this);
+        }
+    }
+    mdi_->disconnect(this);
+}
+
+void CMainFrame::LeerCarpeta() {
+    QSettings ajustes(QStringLiteral("Orvela"), QStringLiteral("Orvela"));
+    QString carpeta = ajustes.value(QStringLiteral("Path")).toString();
+    if (carpeta.isEmpty()) carpeta = QCoreApplication::applicationDirPath();
+    carpeta_ = carpeta.toStdString();
+    if (!QDir(carpeta + QStringLiteral("/Paletas")).exists())
+        ui_->MostrarTexto(QString::fromUtf8(kMensajeSinPaletas));
+}
+
+bool CMainFrame::Manejado(int id) { return kPropios.count(id) || orvela::BuscarPorComando(id); }
+
+void CMainFrame::CrearMenus() {
+    // Menus are made in the order in which the table first names them.
+    std::map<std::string, QMenu*> menus;
+    for (const EntradaComando& e : TablaComandos()) {
+        auto* a = new QAction(QString::fromUtf8(e.texto), this);
+        a->setObjectName(QStringLiteral("comando%1").arg(e.id));
+        a->setData(e.id);
+        if (*e.atajo) a->setShortcut(QKeySequence(QString::fromLatin1(e.atajo)));
+        a->setEnabled(Manejado(e.id));
+        const int id = e.id;
+        connect(a, &QAction::triggered, this, [this, id] { EjecutarComando(id); });
+        acciones_[id] = a;
+        if (e.menus.empty()) {
+            addAction(a);  // shortcut only; the view offers it in its context menu
+            continue;
+        }
+        QMenu* padre = nullptr;
+        std::string ruta;
+        for (const char* nombre : e.menus) {
+            ruta += std::string(nombre) + "\x1f";
+            auto it = menus.find(ruta);
+            if (it == menus.end()) {
+                QMenu* m = padre ? padre->addMenu(QString::fromUtf8(nombre))
+                                 : menuBar()->addMenu(QString::fromUtf8(nombre));
+                it = menus.emplace(ruta, m).first;
+            }
+            padre = it->second;
+        }
+        padre->addAction(a);
+    }
+}
+
+void CMainFrame::CrearBarraHerramientas() {
+    auto* barra = addToolBar(QStringLiteral("Estándar"));
+    barra->setObjectName(QStringLiteral("barraHerramientas"));
+    barra->setMovable(true);
+    barra->setIconSize(QSize(24, 24));
+    const int grupos[][4] = {{cmd::kNuevaVentana, cmd::kImagen, cmd::kGuardar, 0},
+                             {cmd::kZoomAdelante, cmd::kZoomAtras, cmd::kPantallaCompleta, cmd::kPantallaNormal},
+                             {cmd::kNivelDigital, cmd::kHistograma, 0, 0},
+                             {cmd::kAcercaDe, 0, 0, 0}};
+    bool primero = true;
+    for (const auto& g : grupos) {
+        if (!primero) barra->addSeparator();
+        primero = false;
+        for (int id : g) {
+            if (!id) continue;
+            QAction* a = acciones_.at(id);
+            a->setIcon(IconoComando(id));
+            a->setToolTip(a->text().remove(QLatin1Char('&')));
+            barra->addAction(a);
+        }
+    }
+}
+
+void CMainFrame::CrearBarraEstado() {
+    QStatusBar* barra = statusBar();
+    for (int i = 0; i < 7; ++i) {
+        auto* l = new QLabel(this);
+        l->setObjectName(QStringLiteral("panel%1").arg(i));
+        l->setFrameShape(QFrame::Panel);
+        l->setFrameShadow(QFrame::Sunken);
+        paneles_[i] = l;
+    }
+    paneles_[0]->setText(QStringLiteral("Preparado"));
+    barra->addWidget(paneles_[0], 1);
+    for (int i = 1; i <= 3; ++i) {
+        paneles_[i]->setMinimumWidth(i == 3 ? 240 : 200);
+        barra->addPermanentWidget(paneles_[i]);
+    }
+    for (int i = 0; i < 3; ++i) {
+        QLabel* l = paneles_[4 + i];
+        l->setText(QString::fromLatin1(kIndicadores[i]));
+        l->setAlignment(Qt::AlignCenter);
+        l->setMinimumWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("DESP")) + 12);
+        l->setEnabled(false);  // shown greyed while the key is off
+        barra->addPermanentWidget(l);
+    }
+}
+
+QString CMainFrame::TextoPanel(int i) const { return i >= 0 && i < 7 ? paneles_[i]->text() : QString(); }
+
+void CMainFrame::PonerTextoPanel(int i, const QString& texto) {
+    if (i >= 0 && i < 4) paneles_[i]->setText(texto);
+}
+
+bool CMainFrame::eventFilter(QObject* objeto, QEvent* e) {
+    // Lock keys seen by the program switch their indicators.
+    if (e->type() == QEvent::KeyPress) {
+        auto* k = static_cast<QKeyEvent*>(e);
+        int i = -1;
+        if (k->key() == Qt::Key_CapsLock) i = 0;
+        if (k->key() == Qt::Key_NumLock) i = 1;
+        if (k->key() == Qt::Key_ScrollLock) i = 2;
+        // The event is seen once by the widget it is meant for: the focus
+        // widget, or the active window when nothing has the focus.
+        QWidget* destino = QApplication::focusWidget() ? QApplication::focusWidget() : QApplication::activeWindow();
+        if (i >= 0 && !k->isAutoRepeat() && objeto == destino) {
+            bloqueos_[i] = !bloqueos_[i];
+            paneles_[4 + i]->setEnabled(bloqueos_[i]);
+        }
+    }
+    return QMainWindow::eventFilter(objeto, e);
+}
+
+QAction* CMainFrame::Accion(int id) const {
+    auto it = acciones_.find(id);
+    return it == acciones_.end() ? nullptr : it->second;
+}
+
+CChildFrame* CMainFrame::NuevaVentana() {
+    auto* hijo = new CChildFrame(*this, *ui_, ++numeroVentanas_);
+    mdi_->addSubWindow(hijo);
+    connect(&hijo->Vista(), &CBrimarView::textoPanel, this, &CMainFrame::PonerTextoPanel);
+    connect(&hijo->Vista(), &CBrimarView::comando, this, &CMainFrame::EjecutarComando);
+    connect(&hijo->Documento(), &CBrimarDoc::nombreCambiado, this, &CMainFrame::ActualizarTitulo);
+    // A closed window leaves no pixel query behind in the status bar.
+    connect(hijo, &QObject::destroyed, this, [this](QObject* hijo) {
+        if (ultima_ == hijo) ultima_ = nullptr;
+        for (int i = 1; i <= 3; ++i) paneles_[i]->clear();
+        ActualizarTitulo();
+    });
+    hijo->show();
+    mdi_->setActiveSubWindow(hijo);
+    ultima_ = hijo;
+    ActualizarTitulo();
+    return hijo;
+}
+
+CChildFrame* CMainFrame::VentanaActiva() {
+    if (QMdiSubWindow* s = mdi_->currentSubWindow()) return qobject_cast<CChildFrame*>(s);
+    return qobject_cast<CChildFrame*>(ultima_.data());
+}
+
+CBrimarView* CMainFrame::VistaActiva() {
+    CChildFrame* c = VentanaActiva();
+    return c ? &c->Vista() : nullptr;
+}
+
+CBrimarDoc* CMainFrame::DocumentoActivo() {
+    CChildFrame* c = VentanaActiva();
+    return c ? &c->Documento() : nullptr;
+}
+
+void CMainFrame::ActualizarTitulo() {
+    CChildFrame* c = VentanaActiva();
+    setWindowTitle(c ? QStringLiteral("Orvela - %1").arg(c->windowTitle()) : QStringLiteral("Orvela"));
+}
+
+template <class F> void CMainFrame::EnVista(F f) {
+    CBrimarView* v = VistaActiva();
+    if (!v) return ui_->Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
+    f(*v);
+}
+
+void CMainFrame::ConsultarPixel() {
+    CChildFrame* c = VentanaActiva();
+    if (!c) return ui_->Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
+    const CBrimarDoc& d = c->Documento();
+    if (!d.TieneImagen() || !d.Imagen().pixeles.Valido() || d.Imagen().NumeroPixeles() == 0)
+        return ui_->Mostrar(Mensaje::Tabla(msg::kSinImagen));
+    if (d.EsComposicion()) return ui_->Mostrar(Mensaje::Tabla(msg::kComposicionColor));
+    c->Vista().ConsultarPixel();
+}
+
+void CMainFrame::EjecutarComando(int id) {
+    if (const orvela::Declaracion* d = orvela::BuscarPorComando(id)) return EjecutarOperacion(*d, *this, *ui_);
+    switch (id) {
+        case cmd::kGuardar: return ComandoGuardar(*this, *ui_);
+        case cmd::kGuardarComo: return ComandoGuardarComo(*this, *ui_);
+        case cmd::kInformacion: return ComandoInformacion(*this, *ui_, this);
+        case cmd::kExportarAscii: return ComandoExportarAscii(*this, *ui_);
+        case cmd::kExportarBmp: return ComandoExportarBmp(*this, *ui_);
+        case cmd::kSalir: close(); return;
+        case cmd::kImagen: return ComandoImagen(*this, *ui_, this);
+        case cmd::kNuevaVentana: NuevaVentana(); return;
+        case cmd::kHistograma: return ComandoHistograma(*this, *ui_, this);
+        case cmd::kNivelDigital: return ConsultarPixel();
+        case cmd::kCrearPaleta: {
+            CCrearPaletaDlg dlg(*ui_, this);
+            ui_->Ejecutar(dlg);
+            return;
+        }
+        case cmd::kZoomAdelante: return EnVista([](CBrimarView& v) { v.ZoomAdelante(); });
+        case cmd::kZoomAtras: return EnVista([](CBrimarView& v) { v.ZoomAtras(); });
+        case cmd::kPantallaCompleta: return EnVista([](CBrimarView& v) { v.PantallaCompleta(); });
+        case cmd::kPantallaNormal: return EnVista([](CBrimarView& v) { v.PantallaNormal(); });
+        case cmd::kMostrarLeyenda: return EnVista([](CBrimarView& v) { v.MostrarLeyenda(); });
+        case cmd::kContenidos: return MostrarAyuda(nullptr, this);
+        case cmd::kTemasAyuda: return MostrarAyuda("", this);
+        case cmd::kAcercaDe: {
+            CAcercaDeDlg dlg(this);
+            ui_->Ejecutar(dlg);
+            return;
+        }
+        default: return;
+    }
+}

@@ -1,0 +1,79 @@
+// The main window: menu bar built from the command table, toolbar, status
+// bar with seven panes, and the workspace of child windows.
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QPointer>
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "app/Espacio.h"
+
+class CBrimarView;
+class CChildFrame;
+class Interfaz;
+class QMdiArea;
+class QMdiSubWindow;
+
+class CMainFrame : public QMainWindow, public Espacio {
+    Q_OBJECT
+public:
+    // The start-up message about the palette folder, shown when the
+    // application folder has no "Paletas" folder.
+    static const char* const kMensajeSinPaletas;
+
+    // `ui` talks to the user (not owned; the tests pass a script); without
+    // one, message boxes and dialogs are used.
+    explicit CMainFrame(Interfaz* ui = nullptr, QWidget* padre = nullptr);
+    ~CMainFrame() override;
+
+    CBrimarDoc* DocumentoActivo() override;
+    std::string CarpetaAplicacion() const override { return carpeta_; }
+
+    Interfaz& Ui() { return *ui_; }
+    QMdiArea* Area() { return mdi_; }
+
+    // "Nueva ventana": a new empty document and its window, made active.
+    CChildFrame* NuevaVentana();
+    CChildFrame* VentanaActiva();
+    CBrimarView* VistaActiva();
+
+    // Runs a command of the table by its id.
+    void EjecutarComando(int id);
+    // Whether a command id has a handler (the others are shown greyed).
+    static bool Manejado(int id);
+    // The action of a command id (menu entries and the commands without one).
+    QAction* Accion(int id) const;
+
+    // Texts of the status bar: panes 0..3 (0 is the message pane), then the
+    // indicators "MAY", "NUM", "DESP" (4..6).
+    QString TextoPanel(int i) const;
+    void PonerTextoPanel(int i, const QString& texto);
+
+protected:
+    bool eventFilter(QObject* objeto, QEvent* e) override;
+
+private:
+    void LeerCarpeta();
+    void CrearMenus();
+    void CrearBarraHerramientas();
+    void CrearBarraEstado();
+    void ActualizarTitulo();
+    void ConsultarPixel();
+    template <class F> void EnVista(F f);
+
+    std::unique_ptr<Interfaz> uiPropia_;
+    Interfaz* ui_;
+    std::string carpeta_;
+    QMdiArea* mdi_;
+    // Last active child window (kept as a QObject: it may be read while the
+    // window is being destroyed).
+    QPointer<QObject> ultima_;
+    int numeroVentanas_ = 0;
+    std::array<QLabel*, 7> paneles_{};
+    std::array<bool, 3> bloqueos_{};
+    std::map<int, QAction*> acciones_;
+};

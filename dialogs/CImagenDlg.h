@@ -1,0 +1,40 @@
+// "Imagen": the raster file to show in the active window and the palette
+// to show it with.
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "image/CImagen.h"
+
+class Interfaz;
+class QButtonGroup;
+class QLineEdit;
+
+class CImagenDlg : public QDialog {
+    Q_OBJECT
+public:
+    explicit CImagenDlg(Interfaz& ui, QWidget* padre = nullptr);
+
+    const std::string& Ruta() const { return ruta_; }
+    const orvela::Cabecera& Cabecera() const { return cabecera_; }
+    // 0..5 the palettes that come with the program, 6 the chosen file.
+    int CodigoPaleta() const;
+    void PonerCodigoPaleta(int codigo);
+    const std::string& RutaPaleta() const { return rutaPaleta_; }
+
+public slots:
+    void accept() override;
+
+private:
+    void Seleccionar();
+    void ElegirPaleta();
+
+    Interfaz& ui_;
+    QLineEdit* entrada_;
+    QLineEdit* paleta_;
+    QButtonGroup* paletas_;
+    std::string ruta_, rutaPaleta_;
+    orvela::Cabecera cabecera_;
+    bool aceptado_ = false;
+};
