@@ -8,12 +8,6 @@ namespace orvela {
 
 namespace {
 
-// The suffix of the normalised difference names the operands the other way
-// round from its formula; both are as the users know them.
-const char* const kSufijos[] = {"_Sumada_Con_",     "_Menos_",
-                                "_Multiplicada_Por_", "_Dividida_Entre_",
-                                "_Suma_Entre_Diferencia_Con_", "_Superpuesta_A_"};
-
 const Declaracion kAritmetica = [] {
     Declaracion d;
     d.idComando = 32780;
@@ -42,36 +36,25 @@ const Declaracion kAritmetica = [] {
         return ComprobarParCargado(*e[0], *e[1]);
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
         const CImagen& a = *c.entradas[0];
         const CImagen& b = *c.entradas[1];
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(a, kDouble)) {
-            r.error = e;
-            return r;
-        }
-        GeorreferenciaDelPar(a, b, salida);
         const auto op = static_cast<OperacionAritmetica>(c.valores.Entero(Clave::Operacion));
-        const auto estado = OperarAritmetica(op, a.pixeles, b.pixeles, salida.pixeles);
-        if (!estado) {
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
-        } else if (*estado == kDenominadorCero) {
+        Resultado r = UnaSalida(c, kDouble, [&](CImagen& salida) -> std::optional<Mensaje> {
+            GeorreferenciaDelPar(a, b, salida);
+            const auto estado = OperarAritmetica(op, a.pixeles, b.pixeles, salida.pixeles);
+            if (!estado) return Mensaje::Tabla(msg::kTipoNoReconocido);
+            if (*estado != kDenominadorCero) return std::nullopt;
             // Nothing of the quotient is kept; the window shows the second image.
-            if (c.destino == Destino::Ventana) {
-                r.error = Mensaje::Tabla(msg::kDivisionCeroVentana);
-                r.entradaEnVentana = 1;
-            } else {
-                r.error = Mensaje::Tabla(msg::kDivisionCeroFichero);
-            }
-        } else {
-            r.imagenes.push_back(std::move(salida));
-        }
+            return Mensaje::Tabla(c.destino == Destino::Ventana ? msg::kDivisionCeroVentana
+                                                                : msg::kDivisionCeroFichero);
+        });
+        if (r.error && r.error->id == msg::kDivisionCeroVentana) r.entradaEnVentana = 1;
         return r;
     };
-    d.sufijo = [](const Valores& v) {
-        const int i = v.Entero(Clave::Operacion);
-        return std::string(i >= 0 && i < 6 ? kSufijos[i] : "");
-    };
+    // The suffix of the normalised difference names the operands the other
+    // way round from its formula; both are as the users know them.
+    d.sufijo = SufijoSegun(Clave::Operacion, {"_Sumada_Con_", "_Menos_", "_Multiplicada_Por_", "_Dividida_Entre_",
+                                              "_Suma_Entre_Diferencia_Con_", "_Superpuesta_A_"});
     d.tituloConSegunda = true;
     return d;
 }();

@@ -71,26 +71,16 @@ const Declaracion kContraste = [] {
         return std::nullopt;
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
-        const CImagen& a = *c.entradas[0];
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(a)) {
-            r.error = e;
-            return r;
-        }
         ParametrosContraste p;
         p.metodo = static_cast<MetodoContraste>(c.valores.Entero(Clave::Metodo));
         p.ndMaximo = c.valores.Numero(Clave::NdMaximo);
         p.ndMinimo = c.valores.Numero(Clave::NdMinimo);
         p.nvMaximo = c.valores.Numero(Clave::NvMaximo);
         p.nvMinimo = c.valores.Numero(Clave::NvMinimo);
-        if (!ExpandirContraste(a.pixeles, salida.pixeles, p))
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
-        else
-            r.imagenes.push_back(std::move(salida));
-        return r;
+        return UnaSalida(c, 0,
+                         [&](CImagen& salida) { return ExpandirContraste(c.entradas[0]->pixeles, salida.pixeles, p); });
     };
-    d.sufijo = [](const Valores&) { return std::string("_Expansión_del_Contraste"); };
+    d.sufijo = SufijoFijo("_Expansión_del_Contraste");
     return d;
 }();
 

@@ -32,18 +32,15 @@ const Declaracion kConvertir = [] {
         return std::nullopt;
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(*c.entradas[0], CodigoElegido(c.valores))) {
-            r.error = e;
-            return r;
-        }
-        const bool perdida = ConvertirTipo(c.entradas[0]->pixeles, salida.pixeles);
-        if (perdida) r.avisos.push_back(Mensaje::Tabla(msg::kPerdidaPrecision));
-        r.imagenes.push_back(std::move(salida));
+        bool perdida = false;
+        Resultado r = UnaSalida(c, CodigoElegido(c.valores), [&](CImagen& salida) {
+            perdida = ConvertirTipo(c.entradas[0]->pixeles, salida.pixeles);
+            return true;
+        });
+        if (perdida && !r.error) r.avisos.push_back(Mensaje::Tabla(msg::kPerdidaPrecision));
         return r;
     };
-    d.sufijo = [](const Valores&) { return std::string("_Convertida_De_Tipo_De_Dato"); };
+    d.sufijo = SufijoFijo("_Convertida_De_Tipo_De_Dato");
     return d;
 }();
 

@@ -40,22 +40,13 @@ const Declaracion kEscalar = [] {
         return std::nullopt;
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
-        const CImagen& a = *c.entradas[0];
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(a, kDouble)) {
-            r.error = e;
-            return r;
-        }
         const auto op = static_cast<OperacionEscalar>(c.valores.Entero(Clave::Operacion));
-        if (!OperarConEscalar(op, a.pixeles, c.valores.Numero(Clave::Escalar), salida.pixeles))
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
-        else
-            r.imagenes.push_back(std::move(salida));
-        return r;
+        return UnaSalida(c, kDouble, [&](CImagen& salida) {
+            return OperarConEscalar(op, c.entradas[0]->pixeles, c.valores.Numero(Clave::Escalar), salida.pixeles);
+        });
     };
     // No suffix: the result keeps the input's title.
-    d.sufijo = [](const Valores&) { return std::string(); };
+    d.sufijo = SufijoFijo("");
     return d;
 }();
 

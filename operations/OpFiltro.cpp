@@ -25,12 +25,6 @@ const std::vector<Opcion> kTipos = {
     {"Paso bajo", "paso-bajo"}, {"Direccional", "direccional"}, {"Personalizado", "personalizado"},
 };
 
-const char* const kSufijos[] = {
-    "_Filtrado_de_Media", "_Filtrado_Mediana",   "_Filtrado_de_Moda",
-    "_Filtrado_Máximo",   "_Filtrado_Mínimo",    "_Filtrado_Paso_alto",
-    "_Filtrado_Paso_bajo", "_Filtrado_Direccional", "_Filtrado_Personalizado",
-};
-
 const std::vector<Opcion> kVariantesPasoAlto = {{"Laplaciano 9", "laplaciano9"}, {"Laplaciano 5", "laplaciano5"}};
 const std::vector<Opcion> kVariantesPasoBajo = {
     {"Promedio", "promedio"}, {"Ponderado a 1", "ponderado1"}, {"Ponderado a 2", "ponderado2"}};
@@ -164,10 +158,10 @@ const Declaracion kFiltro = [] {
         r.imagenes.push_back(std::move(salida));
         return r;
     };
-    d.sufijo = [](const Valores& v) {
-        const int t = Tipo(v);
-        return std::string(t >= 0 && t <= kPersonalizado ? kSufijos[t] : "");
-    };
+    d.sufijo = SufijoSegun(Clave::TipoFiltro,
+                           {"_Filtrado_de_Media", "_Filtrado_Mediana", "_Filtrado_de_Moda", "_Filtrado_Máximo",
+                            "_Filtrado_Mínimo", "_Filtrado_Paso_alto", "_Filtrado_Paso_bajo", "_Filtrado_Direccional",
+                            "_Filtrado_Personalizado"});
     return d;
 }();
 

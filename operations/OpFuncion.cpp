@@ -8,8 +8,6 @@ namespace orvela {
 
 namespace {
 
-const char* const kSufijos[] = {"_^2", "_sqrt", "_ln", "_exp", "_seno", "_coseno", "_tangente", "_valor_absoluto"};
-
 const Declaracion kFuncion = [] {
     Declaracion d;
     d.idComando = 32860;
@@ -46,24 +44,12 @@ const Declaracion kFuncion = [] {
         return std::nullopt;
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
-        const CImagen& a = *c.entradas[0];
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(a, kDouble)) {
-            r.error = e;
-            return r;
-        }
         const auto f = static_cast<Funcion>(c.valores.Entero(Clave::Operacion));
-        if (!AplicarFuncion(f, a.pixeles, salida.pixeles))
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
-        else
-            r.imagenes.push_back(std::move(salida));
-        return r;
+        return UnaSalida(c, kDouble,
+                         [&](CImagen& salida) { return AplicarFuncion(f, c.entradas[0]->pixeles, salida.pixeles); });
     };
-    d.sufijo = [](const Valores& v) {
-        const int i = v.Entero(Clave::Operacion);
-        return std::string(i >= 0 && i < 8 ? kSufijos[i] : "");
-    };
+    d.sufijo = SufijoSegun(Clave::Operacion,
+                           {"_^2", "_sqrt", "_ln", "_exp", "_seno", "_coseno", "_tangente", "_valor_absoluto"});
     return d;
 }();
 

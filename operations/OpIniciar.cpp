@@ -67,7 +67,7 @@ const Declaracion kIniciar = [] {
         r.titulosPropios = true;
         return r;
     };
-    d.sufijo = [](const Valores&) { return std::string(); };
+    d.sufijo = SufijoFijo("");
     return d;
 }();
 

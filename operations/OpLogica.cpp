@@ -8,8 +8,6 @@ namespace orvela {
 
 namespace {
 
-const char* const kSufijos[] = {"_And_", "_Or_", "_Xor_"};
-
 bool TipoReal(int codigo) { return codigo == kReal || codigo == kDouble; }
 
 const Declaracion kLogica = [] {
@@ -41,26 +39,15 @@ const Declaracion kLogica = [] {
         return ComprobarParCargado(*e[0], *e[1]);
     };
     d.calcular = [](const Contexto& c) {
-        Resultado r;
         const CImagen& a = *c.entradas[0];
         const CImagen& b = *c.entradas[1];
-        CImagen salida;
-        if (auto e = salida.CopiarCabecera(a)) {
-            r.error = e;
-            return r;
-        }
-        GeorreferenciaDelPar(a, b, salida);
         const auto op = static_cast<OperacionLogica>(c.valores.Entero(Clave::Operacion));
-        if (!OperarLogica(op, a.pixeles, b.pixeles, salida.pixeles))
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
-        else
-            r.imagenes.push_back(std::move(salida));
-        return r;
+        return UnaSalida(c, 0, [&](CImagen& salida) {
+            GeorreferenciaDelPar(a, b, salida);
+            return OperarLogica(op, a.pixeles, b.pixeles, salida.pixeles);
+        });
     };
-    d.sufijo = [](const Valores& v) {
-        const int i = v.Entero(Clave::Operacion);
-        return std::string(i >= 0 && i < 3 ? kSufijos[i] : "");
-    };
+    d.sufijo = SufijoSegun(Clave::Operacion, {"_And_", "_Or_", "_Xor_"});
     d.tituloConSegunda = true;
     return d;
 }();

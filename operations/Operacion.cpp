@@ -66,4 +66,38 @@ Valores ValoresPorDefecto(const Declaracion& d) {
     return v;
 }
 
+std::function<std::string(const Valores&)> SufijoSegun(Clave c, std::vector<const char*> sufijos) {
+    return [c, sufijos = std::move(sufijos)](const Valores& v) {
+        const int i = v.Entero(c);
+        return std::string(i >= 0 && static_cast<std::size_t>(i) < sufijos.size() ? sufijos[static_cast<std::size_t>(i)] : "");
+    };
+}
+
+std::function<std::string(const Valores&)> SufijoFijo(const char* sufijo) {
+    return [sufijo](const Valores&) { return std::string(sufijo); };
+}
+
+Resultado UnaSalida(const Contexto& c, int codigo,
+                    const std::function<std::optional<Mensaje>(CImagen& salida)>& rellenar) {
+    Resultado r;
+    CImagen salida;
+    if (auto e = salida.CopiarCabecera(*c.entradas[0], codigo)) {
+        r.error = e;
+        return r;
+    }
+    if (auto e = rellenar(salida)) {
+        r.error = e;
+        return r;
+    }
+    r.imagenes.push_back(std::move(salida));
+    return r;
+}
+
+Resultado UnaSalida(const Contexto& c, int codigo, const std::function<bool(CImagen& salida)>& rellenar) {
+    return UnaSalida(c, codigo, [&](CImagen& s) -> std::optional<Mensaje> {
+        if (!rellenar(s)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+        return std::nullopt;
+    });
+}
+
 }  // namespace orvela

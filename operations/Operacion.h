@@ -166,4 +166,17 @@ struct Registro {
 
 Valores ValoresPorDefecto(const Declaracion& d);
 
+// Suffix of the option chosen in a radio group (empty outside the list).
+std::function<std::string(const Valores&)> SufijoSegun(Clave c, std::vector<const char*> sufijos);
+// A fixed suffix.
+std::function<std::string(const Valores&)> SufijoFijo(const char* sufijo);
+
+// The usual computation of an operation with one result: a record with the
+// first input's header and a zeroed buffer of `codigo` (0: the input's own
+// type), filled by `rellenar(salida)`. `rellenar` returns false for a type
+// code its kernel does not know (61250), or the message that stops it.
+Resultado UnaSalida(const Contexto& c, int codigo, const std::function<bool(CImagen& salida)>& rellenar);
+Resultado UnaSalida(const Contexto& c, int codigo,
+                    const std::function<std::optional<Mensaje>(CImagen& salida)>& rellenar);
+
 }  // namespace orvela
