@@ -1,3 +1,4 @@
+#include "dialogs/FilaBotones.h"
 #include "dialogs/CAvisoDlg.h"
 
 #include <QButtonGroup>
@@ -53,12 +54,7 @@ CAvisoDlg::CAvisoDlg(const CBrimarDoc& doc, Interfaz& ui, QWidget* padre) : QDia
     // to: only a new name can keep it.
     if (doc.Nombre() == QStringLiteral("TMP") || doc.Imagen().rutaRaster.empty()) guardarEn->setEnabled(false);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("aceptar"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cancelar"));
-    cancel->setAutoDefault(false);
+    const FilaBotones botones(this, QStringLiteral("OK"), QStringLiteral("Cancel"));
 
     auto* rejilla = new QGridLayout;
     rejilla->addWidget(guardarEn, 0, 0);
@@ -71,10 +67,6 @@ CAvisoDlg::CAvisoDlg(const CBrimarDoc& doc, Interfaz& ui, QWidget* padre) : QDia
     rejilla->addWidget(no, 2, 0);
     rejilla->setColumnStretch(2, 1);
 
-    auto* botones = new QHBoxLayout;
-    botones->addStretch();
-    botones->addWidget(ok);
-    botones->addWidget(cancel);
 
     auto* v = new QVBoxLayout(this);
     v->addWidget(texto1, 0, Qt::AlignHCenter);
@@ -82,11 +74,10 @@ CAvisoDlg::CAvisoDlg(const CBrimarDoc& doc, Interfaz& ui, QWidget* padre) : QDia
     v->addSpacing(8);
     v->addLayout(rejilla);
     v->addSpacing(8);
-    v->addLayout(botones);
+    v->addLayout(botones.fila);
 
     connect(guardarComo, &QPushButton::clicked, this, &CAvisoDlg::ElegirFichero);
-    connect(ok, &QPushButton::clicked, this, &CAvisoDlg::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(botones.aceptar, &QPushButton::clicked, this, &CAvisoDlg::accept);
 }
 
 int CAvisoDlg::Modo() const { return modos_->checkedId(); }

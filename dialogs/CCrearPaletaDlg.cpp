@@ -1,3 +1,4 @@
+#include "dialogs/FilaBotones.h"
 #include "dialogs/CCrearPaletaDlg.h"
 
 #include <QFileInfo>
@@ -64,25 +65,15 @@ CCrearPaletaDlg::CCrearPaletaDlg(Interfaz& ui, QWidget* padre) : QDialog(padre),
     rejilla->addLayout(indicaciones, 0, 4, 8, 1);
     rejilla->setColumnMinimumWidth(2, 0);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("aceptar"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("cancelar"));
-    cancel->setAutoDefault(false);
-    auto* botones = new QHBoxLayout;
-    botones->addStretch();
-    botones->addWidget(ok);
-    botones->addWidget(cancel);
+    const FilaBotones botones(this, QStringLiteral("OK"), QStringLiteral("Cancel"));
 
     auto* v = new QVBoxLayout(this);
     v->addWidget(grupoNombre);
     v->addWidget(grupoPaleta);
-    v->addLayout(botones);
+    v->addLayout(botones.fila);
 
     connect(guardarComo, &QPushButton::clicked, this, &CCrearPaletaDlg::GuardarComo);
-    connect(ok, &QPushButton::clicked, this, &CCrearPaletaDlg::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(botones.aceptar, &QPushButton::clicked, this, &CCrearPaletaDlg::accept);
 }
 
 std::array<int, 16> CCrearPaletaDlg::Niveles() const {

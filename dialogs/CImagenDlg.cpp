@@ -1,3 +1,4 @@
+#include "dialogs/FilaBotones.h"
 #include "dialogs/CImagenDlg.h"
 
 #include <QButtonGroup>
@@ -55,26 +56,16 @@ CImagenDlg::CImagenDlg(Interfaz& ui, QWidget* padre) : QDialog(padre), ui_(ui) {
     // Grey levels suit a single band best; the user changes it at will.
     PonerCodigoPaleta(2);
 
-    auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
-    aceptar->setObjectName(QStringLiteral("aceptar"));
-    aceptar->setDefault(true);
-    auto* cancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
-    cancelar->setObjectName(QStringLiteral("cancelar"));
-    cancelar->setAutoDefault(false);
-    auto* botones = new QHBoxLayout;
-    botones->addStretch();
-    botones->addWidget(aceptar);
-    botones->addWidget(cancelar);
+    const FilaBotones botones(this, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar"));
 
     auto* v = new QVBoxLayout(this);
     v->addWidget(grupoEntrada);
     v->addWidget(grupoPaleta);
-    v->addLayout(botones);
+    v->addLayout(botones.fila);
 
     connect(seleccionar, &QPushButton::clicked, this, &CImagenDlg::Seleccionar);
     connect(elegir, &QPushButton::clicked, this, &CImagenDlg::ElegirPaleta);
-    connect(aceptar, &QPushButton::clicked, this, &CImagenDlg::accept);
-    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    connect(botones.aceptar, &QPushButton::clicked, this, &CImagenDlg::accept);
 }
 
 int CImagenDlg::CodigoPaleta() const { return paletas_->checkedId(); }

@@ -1,3 +1,4 @@
+#include "dialogs/FilaBotones.h"
 #include "dialogs/COperacionDlg.h"
 
 #include <QButtonGroup>
@@ -310,23 +311,10 @@ COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<C
         connect(guardar, &QPushButton::clicked, this, &COperacionDlg::ElegirSalida);
     }
 
-    auto* filaBotones = new QHBoxLayout;
-    auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
-    aceptar->setObjectName(QStringLiteral("aceptar"));
-    aceptar->setDefault(true);
-    auto* cancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
-    cancelar->setObjectName(QStringLiteral("cancelar"));
-    cancelar->setAutoDefault(false);
-    auto* ayuda = new QPushButton(QStringLiteral("Ayuda"), this);
-    ayuda->setObjectName(QStringLiteral("ayuda"));
-    ayuda->setAutoDefault(false);
-    filaBotones->addStretch(1);
-    filaBotones->addWidget(aceptar);
-    filaBotones->addWidget(cancelar);
-    filaBotones->addWidget(ayuda);
-    layout->addLayout(filaBotones);
-    connect(aceptar, &QPushButton::clicked, this, &COperacionDlg::Aceptar);
-    connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+    const FilaBotones botones(this, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar"), QStringLiteral("Ayuda"));
+    layout->addLayout(botones.fila);
+    auto* ayuda = botones.ayuda;
+    connect(botones.aceptar, &QPushButton::clicked, this, &COperacionDlg::Aceptar);
     const char* pagina = d.paginaAyuda;
     connect(ayuda, &QPushButton::clicked, this, [this, pagina] { MostrarAyuda(pagina, this); });
 }
@@ -421,19 +409,9 @@ public:
         setWindowTitle(Q(campos.front()->subdialogo));
         auto* layout = new QVBoxLayout(this);
         campos_.emplace(this, campos, base);
-        auto* fila = new QHBoxLayout;
-        auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
-        aceptar->setObjectName(QStringLiteral("aceptar"));
-        aceptar->setDefault(true);
-        auto* cancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
-        cancelar->setObjectName(QStringLiteral("cancelar"));
-        cancelar->setAutoDefault(false);
-        fila->addStretch(1);
-        fila->addWidget(aceptar);
-        fila->addWidget(cancelar);
-        layout->addLayout(fila);
-        connect(aceptar, &QPushButton::clicked, this, [this] { Aceptar(); });
-        connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+        const FilaBotones botones(this, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar"));
+        layout->addLayout(botones.fila);
+        connect(botones.aceptar, &QPushButton::clicked, this, [this] { Aceptar(); });
     }
 
     const Valores& Resultado() const { return valores_; }
