@@ -22,4 +22,5 @@ public:
 private:
     CBrimarDoc* doc_;
     CBrimarView* vista_;
+    bool ajustada_ = false;  // sized to its first image already
 };

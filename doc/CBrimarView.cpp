@@ -171,7 +171,11 @@ void CBrimarView::ActualizarBarras() {
     const Qt::ScrollBarPolicy politica = normal ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
     if (horizontalScrollBarPolicy() != politica) setHorizontalScrollBarPolicy(politica);
     if (verticalScrollBarPolicy() != politica) setVerticalScrollBarPolicy(politica);
-    const QSize cliente = viewport()->size();
+    QSize cliente = viewport()->size();
+    // An image that fits once the bars are gone needs no bars: measure
+    // against the viewport as it would be without them.
+    const QSize sinBarras = maximumViewportSize();
+    if (columnas_ <= sinBarras.width() && filas_ <= sinBarras.height()) cliente = sinBarras;
     if (normal) {
         horizontalScrollBar()->setRange(0, static_cast<int>(std::max<long>(0, columnas_ - cliente.width())));
         verticalScrollBar()->setRange(0, static_cast<int>(std::max<long>(0, filas_ - cliente.height())));
