@@ -60,8 +60,8 @@ class VistaTest : public QObject {
         const std::string stem = entorno_->Ruta(nombre);
         EscribirImagen(stem, filas, columnas, tipo, valores, sistema, geo);
         CChildFrame* v = marco_->NuevaVentana();
-        v->resize(tamano + (v->size() - v->Vista().size()));
         AbrirImagen(v->Documento(), stem + ".ozm", 2, {}, *ui_);
+        v->resize(tamano + (v->size() - v->Vista().size()));
         ui_->mensajes.clear();
         return v->Vista();
     }
