@@ -133,8 +133,7 @@ TEST(Contraste, ComprobacionesEnSuOrdenYLineaDeOrdenes) {
     EXPECT_EQ(s.err, "61246: El rango de NV introducido es incorrecto.\n\nSeleccione valores comprendidos entre 0 y 255.\n");
     s = Cli({"contraste", "--metodo", "rango", "--nd-min", "-1", "--nd-max", "5", pa, dir / "x"});
     EXPECT_EQ(s.rc, 2);
-    EXPECT_EQ(s.err, "61247: El rango de ND introducido en la expansión lineal con rango interactivo es incorrecto."
-                     "\n\nSeleccione valores mayores o igual que cero.\n");
+    EXPECT_EQ(s.err, Rechazo(Mensaje::Tabla(msg::kRangoNd)));
     EXPECT_EQ(Cli({"contraste", "--metodo", "rango", pa, dir / "x"}).rc, 64);
     EXPECT_EQ(Cli({"contraste", "--metodo", "gamma", pa, dir / "x"}).rc, 64);
     EXPECT_FALSE(Existe(dir / "x.ozm"));

@@ -157,6 +157,15 @@ inline SalidaCli Cli(const std::vector<std::string>& args) {
     return {rc, out.str(), err.str()};
 }
 
+// A legend as (name, ND) pairs; "?" when it cannot be read.
+using Clases = std::vector<std::pair<std::string, double>>;
+inline Clases Pares(const std::optional<std::vector<ClaseLeyenda>>& l) {
+    if (!l) return {{"?", 0}};
+    Clases v;
+    for (const auto& c : *l) v.emplace_back(c.nombre, c.nd);
+    return v;
+}
+
 // "ID: TEXT" as orvela-cli prints a refusal.
 inline std::string Rechazo(const Mensaje& m) { return std::to_string(m.id) + ": " + m.Texto() + "\n"; }
 
