@@ -126,10 +126,6 @@ TEST(Filtro, ValoresResueltosAManoEnCadaTipo) {
         for (const auto& c : todos)
             EXPECT_EQ(Aplicar(c.filtro, MuestrasDe(codigo, c.entrada), c.filas, c.columnas), Guardados(codigo, c.esperado))
                 << c.que << ", " << NombreDeCodigo(codigo);
-    // The wraps, read as numbers.
-    EXPECT_EQ(Guardado(kByte, -80.00000029802322), 176);
-    EXPECT_EQ(Guardado(kInteger, -80.00000029802322), 65456);
-    EXPECT_EQ(Guardado(kByte, -180 * kDecimo), 238);
     // (2 x 3e38 + 0.5 x 3e38) / 2 lies beyond the float range.
     std::vector<double> w(9, 0.0);
     w[4] = 2;
@@ -475,8 +471,7 @@ TEST(Filtro, OrdenFiltro) {
     const std::string sal = dir / "salida";
     auto orden = [&](std::vector<std::string> args) {
         args.insert(args.begin(), "filtro");
-        const SalidaCli s = Cli(args);
-        EXPECT_EQ(s.rc, 0) << s.err;
+        Espera(args, 0);
         CImagen r;
         EXPECT_FALSE(r.Cargar(sal + ".ozm"));
         return r;
@@ -485,8 +480,7 @@ TEST(Filtro, OrdenFiltro) {
     EXPECT_EQ(r.titulo, "prueba_Filtrado_Paso_alto");
     EXPECT_EQ(r.tipoDato, kByte);
     EXPECT_EQ(Muestrario(r), Interior(4, 5, 3, 10));
-    // Defaults: size 3, "Promedio", direction N; the variant of another
-    // filter is not looked at.
+    // Defaults: size 3, "Promedio", direction N.
     EXPECT_EQ(orden({"--tipo", "paso-bajo", in, sal}).pixeles.Valor(6), 170.0);  // 1530 x float(1/9)
     EXPECT_EQ(orden({"--tipo", "direccional", in2, sal}).pixeles.Valor(6), 3.0);  // (3 x 100 - 3 x 90) x 0.1
     EXPECT_EQ(orden({"--tipo", "personalizado", "--coeficientes", "0,0,0,0,-1,0,0,0,0", in2, sal}).pixeles.Valor(6),
@@ -499,10 +493,9 @@ TEST(Filtro, OrdenFiltro) {
 
     std::filesystem::remove(sal + ".ozm");
     std::filesystem::remove(sal + ".inf");
-    SalidaCli s = Cli({"filtro", "--tamano", "5", "--tipo", "direccional", "--variante", "ne", in, sal});
-    EXPECT_EQ(s.rc, 2);
-    EXPECT_EQ(s.err, "61255: El tamaño del filtrado direccional elegido es incorrecto.\n\n"
-                     "Se requiere un tamaño de la ventana de 3 x 3.\n");
+    Espera({"filtro", "--tamano", "5", "--tipo", "direccional", "--variante", "ne", in, sal}, 2,
+           "61255: El tamaño del filtrado direccional elegido es incorrecto.\n\n"
+           "Se requiere un tamaño de la ventana de 3 x 3.\n");
     const std::vector<std::vector<std::string>> mal = {
         {"--tipo", "personalizado", "--coeficientes", "1,2,3", in, sal},
         {"--tipo", "personalizado", "--tamano", "5", "--coeficientes", "1,1,1,1,1,1,1,1,1", in, sal},
@@ -517,13 +510,9 @@ TEST(Filtro, OrdenFiltro) {
     };
     for (auto args : mal) {
         args.insert(args.begin(), "filtro");
-        s = Cli(args);
-        EXPECT_EQ(s.rc, 64) << args[1] << " " << args[2];
-        EXPECT_NE(s.err.find("Uso: orvela-cli filtro"), std::string::npos);
+        Espera(args, 64, "Uso: orvela-cli filtro");
     }
     EXPECT_FALSE(Existe(sal + ".ozm") || Existe(sal + ".inf"));
-    s = Cli({"filtro", "--help"});
-    EXPECT_EQ(s.rc, 0);
-    EXPECT_NE(s.out.find("--variante"), std::string::npos);
-    EXPECT_NE(s.out.find("paso-alto"), std::string::npos);
+    const std::string ayuda = Espera({"filtro", "--help"}, 0).out;
+    EXPECT_TRUE(ayuda.find("--variante") != std::string::npos && ayuda.find("paso-alto") != std::string::npos);
 }

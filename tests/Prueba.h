@@ -166,6 +166,16 @@ inline Clases Pares(const std::optional<std::vector<ClaseLeyenda>>& l) {
     return v;
 }
 
+// Runs a command line: the status must be `rc`, and standard error must
+// begin with `err` (be all of it when `err` ends a line).
+inline SalidaCli Espera(const std::vector<std::string>& args, int rc, const std::string& err = "") {
+    SalidaCli s = Cli(args);
+    EXPECT_EQ(s.rc, rc) << (args.empty() ? "" : args[0]) << ": " << s.err;
+    const bool entero = !err.empty() && err.back() == '\n';
+    EXPECT_EQ(entero ? s.err : s.err.substr(0, err.size()), err);
+    return s;
+}
+
 // "ID: TEXT" as orvela-cli prints a refusal.
 inline std::string Rechazo(const Mensaje& m) { return std::to_string(m.id) + ": " + m.Texto() + "\n"; }
 
