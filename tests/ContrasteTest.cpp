@@ -73,6 +73,9 @@ TEST(Contraste, EcualizacionDelHistograma) {
         // Only 100 and 101, as many of each: 100 -> 127, 101 -> 255.
         EXPECT_EQ(Expandir(Imagen(codigo, 2, 2, {100, 101, 101, 100}), kEcualizacion),
                   (std::vector<double>{127, 255, 255, 127}));
+        // Three samples, the last one counted too: 33.3 % is nearest to
+        // level 84 (33.203125), 100 % to level 255.
+        EXPECT_EQ(Expandir(Imagen(codigo, 1, 3, {100, 101, 101}), kEcualizacion), (std::vector<double>{84, 255, 255}));
     }
     // The table of the second case.
     std::array<uint64_t, 256> c{};
