@@ -111,10 +111,7 @@ TEST(Cli, Paleta) {
     CarpetaPrueba dir;
     const std::string sinUso = "-1,-1,-1,-1,-1,-1,-1,-1,-1,-1,-1,-1,-1";
     Espera(Niveles("10,256,-1," + sinUso, dir / "p"), cli::kExito);
-    std::array<int, 16> n;
-    n.fill(-1);
-    n[0] = 10;
-    n[1] = 256;
+    const std::array<int, 16> n = {10, 256, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
     EXPECT_EQ(LeerFichero(dir / "p.pal"), TextoPaletaCreada(n));  // ".pal" added to a bare name
     Espera(Niveles("0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,256", dir / "q.PAL"), cli::kExito);
     EXPECT_TRUE(Existe(dir / "q.PAL"));

@@ -191,11 +191,11 @@ TEST(Raster, IniciarConvierteElValor) {
         EXPECT_EQ(im.pixeles.Valor(3), esperado) << tipo;
         EXPECT_EQ(im.indicePaleta, 0u);  // all ones is kept as 0
     }
-    CImagen b;
-    ASSERT_FALSE(b.Iniciar("/b.ozm", "", "b", 2, 2, "byte", 1, 3, "unknown", "m", {}));
+    // A zero size is refused and the record stays as it was.
+    CImagen b = Imagen(kByte, 1, 1, {7}, "b");
     EXPECT_EQ(b.Iniciar("/z.ozm", "", "z", 0, 4, "byte", 1, 0, "unknown", "m", {}).value_or(Mensaje{}).id,
               msg::kValoresIncorrectos);
-    EXPECT_EQ(b.titulo, "b");
+    EXPECT_EQ(std::make_pair(b.titulo, Muestrario(b)), std::make_pair(std::string("b"), std::vector<double>{7}));
 }
 
 TEST(Raster, ValorPixelYCoordenadas) {

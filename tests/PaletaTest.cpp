@@ -16,7 +16,6 @@ std::array<int, 16> Niveles(std::initializer_list<std::pair<int, int>> dados) {
     return n;
 }
 
-
 }  // namespace
 
 TEST(Paleta, LecturaEntradaAEntrada) {
