@@ -1,21 +1,11 @@
 // Export of an image as text, BMP and PNG.
-#include <gtest/gtest.h>
-
-#include <cstring>
-
-#include "tests/CarpetaPrueba.h"
+#include "tests/Prueba.h"
 #include "tools/Exportar.h"
 
 using namespace orvela;
 using namespace orvela::prueba;
 
 namespace {
-
-CImagen Imagen(const char* tipo, uint32_t filas, uint32_t columnas) {
-    CImagen im;
-    EXPECT_FALSE(im.Iniciar("/e.ozm", "", "e", filas, columnas, tipo, 0, 0, "unknown", "m", {}));
-    return im;
-}
 
 // A palette whose red, green and blue tell the entry apart and differ.
 Paleta PaletaDePrueba() {
@@ -28,6 +18,7 @@ Paleta PaletaDePrueba() {
     return p;
 }
 
+// Little-endian number of n bytes, or big-endian 32-bit number, at i.
 uint32_t Le(const std::string& s, std::size_t i, int n) {
     uint32_t v = 0;
     for (int k = n - 1; k >= 0; --k) v = (v << 8) | static_cast<uint8_t>(s[i + k]);
@@ -59,39 +50,33 @@ struct Png {
 Png LeerPng(const std::string& f) {
     Png r;
     EXPECT_EQ(f.substr(0, 8), std::string("\x89PNG\r\n\x1a\n", 8));
-    std::string zlib;
+    std::string zlib, tipo;
     std::size_t i = 8;
-    bool fin = false;
-    while (i + 12 <= f.size() && !fin) {
+    for (; i + 12 <= f.size() && tipo != "IEND"; i += 12 + Be(f, i)) {
         const uint32_t n = Be(f, i);
-        const std::string tipo = f.substr(i + 4, 4);
+        tipo = f.substr(i + 4, 4);
         EXPECT_EQ(Be(f, i + 8 + n), CrcLento(f.substr(i + 4, 4 + n))) << tipo;
         if (tipo == "IHDR") {
             r.ancho = Be(f, i + 8);
             r.alto = Be(f, i + 12);
-            EXPECT_EQ(f.substr(i + 16, 5), std::string("\x08\x02\0\0\0", 5));
+            EXPECT_EQ(f.substr(i + 16, 5), std::string("\x08\x02\0\0\0", 5));  // 8-bit RGB
         } else if (tipo == "IDAT") {
             zlib += f.substr(i + 8, n);
             ++r.trozosIdat;
-        } else if (tipo == "IEND") {
-            fin = true;
         }
-        i += 12 + n;
     }
-    EXPECT_TRUE(fin);
+    EXPECT_EQ(tipo, "IEND");
     EXPECT_EQ(i, f.size());
-    EXPECT_EQ(((static_cast<uint8_t>(zlib[0]) << 8) | static_cast<uint8_t>(zlib[1])) % 31, 0);
-    EXPECT_EQ(static_cast<uint8_t>(zlib[0]) & 0x0F, 8);  // deflate
+    const uint32_t cabecera = zlib.size() > 6 ? Be(zlib, 0) >> 16 : 0;
+    EXPECT_EQ(cabecera % 31, 0u);
+    EXPECT_EQ(cabecera >> 8 & 0x0F, 8u);  // deflate
     std::string datos;
     std::size_t k = 2;
-    for (bool ultimo = false; !ultimo && k + 5 <= zlib.size();) {
-        const auto cab = static_cast<uint8_t>(zlib[k]);
-        ultimo = cab & 1;
-        EXPECT_EQ(cab >> 1, 0);  // stored block
-        const uint32_t len = Le(zlib, k + 1, 2), nlen = Le(zlib, k + 3, 2);
-        EXPECT_EQ(len ^ nlen, 0xFFFFu);
-        datos += zlib.substr(k + 5, len);
-        k += 5 + len;
+    for (bool ultimo = false; !ultimo && k + 5 <= zlib.size(); k += 5 + Le(zlib, k + 1, 2)) {
+        ultimo = zlib[k] & 1;
+        EXPECT_EQ(static_cast<uint8_t>(zlib[k]) >> 1, 0);  // stored block
+        EXPECT_EQ(Le(zlib, k + 1, 2) ^ Le(zlib, k + 3, 2), 0xFFFFu);
+        datos += zlib.substr(k + 5, Le(zlib, k + 1, 2));
     }
     uint32_t a = 1, b = 0;
     for (unsigned char c : datos) {
@@ -111,102 +96,67 @@ Png LeerPng(const std::string& f) {
 
 }  // namespace
 
-TEST(ExportarAscii, UnaLineaPorFila) {
+TEST(Exportar, AsciiUnaLineaPorFila) {
     CarpetaPrueba dir;
-    CImagen b = Imagen("byte", 2, 3);
-    for (int i = 0; i < 6; ++i) b.pixeles.Como<uint8_t>()[i] = static_cast<uint8_t>(i * 50);
-    ASSERT_FALSE(ExportarAscii(b, dir / "b.txt"));
-    EXPECT_EQ(LeerFichero(dir / "b.txt"), "0 50 100\n150 200 250\n");
-
-    CImagen i = Imagen("integer", 1, 2);
-    i.pixeles.Como<uint16_t>()[0] = 65535;
-    ASSERT_FALSE(ExportarAscii(i, dir / "i.txt"));
-    EXPECT_EQ(LeerFichero(dir / "i.txt"), "65535 0\n");
-
-    CImagen r = Imagen("real", 1, 3);
-    r.pixeles.Como<float>()[0] = 0.1f;
-    r.pixeles.Como<float>()[1] = -2.5f;
-    r.pixeles.Como<float>()[2] = 1e30f;
-    ASSERT_FALSE(ExportarAscii(r, dir / "r.txt"));
-    EXPECT_EQ(LeerFichero(dir / "r.txt"), "0.1000000015 -2.5 1.000000015e+30\n");
-
-    CImagen d = Imagen("double", 2, 1);
-    d.pixeles.Como<double>()[0] = 1234567890123.0;
-    d.pixeles.Como<double>()[1] = 1e-20;
-    ASSERT_FALSE(ExportarAscii(d, dir / "d.txt"));
-    EXPECT_EQ(LeerFichero(dir / "d.txt"), "1.23456789e+12\n1e-20\n");
+    const std::tuple<int, long, long, std::vector<double>, const char*> casos[] = {
+        {kByte, 2, 3, {0, 50, 100, 150, 200, 250}, "0 50 100\n150 200 250\n"},
+        {kInteger, 1, 2, {65535, 0}, "65535 0\n"},
+        {kReal, 1, 3, {0.1f, -2.5, 1e30f}, "0.1000000015 -2.5 1.000000015e+30\n"},
+        {kDouble, 2, 1, {1234567890123.0, 1e-20}, "1.23456789e+12\n1e-20\n"},
+    };
+    for (const auto& [codigo, filas, columnas, v, texto] : casos) {
+        ASSERT_FALSE(ExportarAscii(Imagen(codigo, filas, columnas, v), dir / "x.txt"));
+        EXPECT_EQ(LeerFichero(dir / "x.txt"), texto);
+    }
 }
 
-TEST(ExportarBmp, FilasDeAbajoArribaRellenas) {
+TEST(Exportar, BmpFilasDeAbajoArribaRellenas) {
     CarpetaPrueba dir;
-    CImagen im = Imagen("byte", 2, 3);
-    const uint8_t v[6] = {1, 2, 3, 4, 5, 6};
-    std::memcpy(im.pixeles.Datos(), v, 6);
     const Paleta p = PaletaDePrueba();
-    ASSERT_FALSE(ExportarImagen(im, p, dir / "a.bmp", FormatoImagen::Bmp));
+    ASSERT_FALSE(ExportarImagen(Imagen(kByte, 2, 3, {1, 2, 3, 4, 5, 6}), p, dir / "a.bmp", FormatoImagen::Bmp));
     const std::string f = LeerFichero(dir / "a.bmp");
     ASSERT_EQ(f.size(), 54u + 2 * 12);  // rows of 9 bytes padded to 12
     EXPECT_EQ(f.substr(0, 2), "BM");
-    EXPECT_EQ(Le(f, 2, 4), f.size());
-    EXPECT_EQ(Le(f, 10, 4), 54u);
-    EXPECT_EQ(Le(f, 14, 4), 40u);
-    EXPECT_EQ(Le(f, 18, 4), 3u);
-    EXPECT_EQ(Le(f, 22, 4), 2u);
+    const std::pair<int, uint32_t> campos[] = {{2, static_cast<uint32_t>(f.size())}, {10, 54}, {14, 40}, {18, 3}, {22, 2}};
+    for (const auto& [en, valor] : campos) EXPECT_EQ(Le(f, en, 4), valor) << en;
     EXPECT_EQ(Le(f, 28, 2), 24u);
-    // The first row stored is the image's last, blue-green-red.
-    for (int x = 0; x < 3; ++x) {
-        const int e = v[3 + x];
-        EXPECT_EQ(static_cast<uint8_t>(f[54 + 3 * x]), p.azul[e]);
-        EXPECT_EQ(static_cast<uint8_t>(f[55 + 3 * x]), p.verde[e]);
-        EXPECT_EQ(static_cast<uint8_t>(f[56 + 3 * x]), p.rojo[e]);
-    }
-    EXPECT_EQ(f.substr(63, 3), std::string(3, '\0'));
-    EXPECT_EQ(static_cast<uint8_t>(f[66 + 3 * 2 + 2]), p.rojo[v[2]]);
+    // The first row stored is the image's last, blue-green-red, then padding.
+    std::string filas;
+    for (int e : {4, 5, 6, -1, 1, 2, 3, -1})
+        filas += e < 0 ? std::string(3, '\0') : std::string{char(p.azul[e]), char(p.verde[e]), char(p.rojo[e])};
+    EXPECT_EQ(f.substr(54), filas);
 }
 
-TEST(ExportarPng, BloquesAlmacenadosYSumas) {
+TEST(Exportar, PngBloquesAlmacenadosYSumas) {
     CarpetaPrueba dir;
     // Large enough for many deflate blocks and more than one IDAT chunk.
-    CImagen im = Imagen("byte", 600, 700);
-    auto d = im.pixeles.Como<uint8_t>();
-    for (std::size_t i = 0; i < d.size(); ++i) d[i] = static_cast<uint8_t>((i * 7) ^ (i >> 9));
+    std::vector<double> v(600 * 700);
+    for (std::size_t i = 0; i < v.size(); ++i) v[i] = static_cast<uint8_t>((i * 7) ^ (i >> 9));
     const Paleta p = PaletaDePrueba();
-    ASSERT_FALSE(ExportarImagen(im, p, dir / "a.png", FormatoImagen::Png));
+    ASSERT_FALSE(ExportarImagen(Imagen(kByte, 600, 700, v), p, dir / "a.png", FormatoImagen::Png));
     const Png png = LeerPng(LeerFichero(dir / "a.png"));
-    EXPECT_EQ(png.ancho, 700u);
-    EXPECT_EQ(png.alto, 600u);
+    EXPECT_EQ(std::make_pair(png.ancho, png.alto), std::make_pair(700u, 600u));
     EXPECT_GT(png.trozosIdat, 1);
-    ASSERT_EQ(png.rgb.size(), d.size() * 3);
-    for (std::size_t i = 0; i < d.size(); i += 997) {
-        EXPECT_EQ(static_cast<uint8_t>(png.rgb[3 * i]), p.rojo[d[i]]);
-        EXPECT_EQ(static_cast<uint8_t>(png.rgb[3 * i + 1]), p.verde[d[i]]);
-        EXPECT_EQ(static_cast<uint8_t>(png.rgb[3 * i + 2]), p.azul[d[i]]);
+    ASSERT_EQ(png.rgb.size(), v.size() * 3);
+    for (std::size_t i = 0; i < v.size(); i += 997) {
+        const auto e = static_cast<uint8_t>(v[i]);
+        EXPECT_EQ(png.rgb.substr(3 * i, 3), (std::string{char(p.rojo[e]), char(p.verde[e]), char(p.azul[e])}));
     }
-
     // Other types go through the display conversion.
-    CImagen e = Imagen("integer", 1, 2);
-    e.pixeles.Como<uint16_t>()[1] = 65535;
-    ASSERT_FALSE(ExportarImagen(e, p, dir / "e.png", FormatoImagen::Png));
+    ASSERT_FALSE(ExportarImagen(Imagen(kInteger, 1, 2, {0, 65535}), p, dir / "e.png", FormatoImagen::Png));
     const Png pe = LeerPng(LeerFichero(dir / "e.png"));
     ASSERT_EQ(pe.rgb.size(), 6u);
-    EXPECT_EQ(static_cast<uint8_t>(pe.rgb[0]), p.rojo[0]);
-    EXPECT_EQ(static_cast<uint8_t>(pe.rgb[3]), p.rojo[255]);
+    EXPECT_EQ((std::pair<uint8_t, uint8_t>(pe.rgb[0], pe.rgb[3])), std::make_pair(p.rojo[0], p.rojo[255]));
 }
 
 TEST(Exportar, FicheroQueNoSePuedeCrear) {
     CarpetaPrueba dir;
-    CImagen im = Imagen("byte", 2, 2);
+    const CImagen im = Imagen(kByte, 2, 2, {0, 0, 0, 0});
     const std::string ruta = dir / "no/existe";
-    auto e = ExportarImagen(im, Paleta{}, ruta + ".bmp", FormatoImagen::Bmp);
-    ASSERT_TRUE(e);
-    EXPECT_EQ(e->id, msg::kNoCreadoBmp);
-    e = ExportarImagen(im, Paleta{}, ruta + ".png", FormatoImagen::Png);
-    ASSERT_TRUE(e);
-    EXPECT_EQ(*e, Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".png"));
-    e = ExportarAscii(im, ruta + ".txt");
-    ASSERT_TRUE(e);
-    EXPECT_EQ(*e, Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".txt"));
-
+    EXPECT_EQ(ExportarImagen(im, Paleta{}, ruta + ".bmp", FormatoImagen::Bmp).value_or(Mensaje{}).id, msg::kNoCreadoBmp);
+    EXPECT_EQ(ExportarImagen(im, Paleta{}, ruta + ".png", FormatoImagen::Png),
+              Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".png"));
+    EXPECT_EQ(ExportarAscii(im, ruta + ".txt"), Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".txt"));
     // An existing picture is not touched when the export is refused.
     EscribirFichero(dir / "antigua.png", "antigua");
     CImagen vacia;
