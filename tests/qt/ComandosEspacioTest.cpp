@@ -7,12 +7,7 @@
 #include <cmath>
 
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
 #include "dialogs/CHistogramaDlg.h"
-#include "doc/CBrimarDoc.h"
-#include "doc/ComandosDocumento.h"
 #include "image/Leyenda.h"
 #include "image/Paleta.h"
 
@@ -41,28 +36,17 @@ CHistogramaDlg* VentanaHistograma() {
 class ComandosEspacioTest : public QObject {
     Q_OBJECT
     Entorno entorno_;
-    InterfazGuion* ui_ = nullptr;
-    CMainFrame* marco_ = nullptr;
+    std::unique_ptr<Escritorio> e_;
 
-    // A new window showing a new image pair of that name.
     CBrimarDoc& Ventana(const std::string& nombre, long filas, long columnas, const char* tipo,
                         const std::vector<double>& valores) {
-        CBrimarDoc& doc = marco_->NuevaVentana()->Documento();
-        AbrirImagen(doc, EscribirImagen(entorno_.Ruta(nombre), filas, columnas, tipo, valores), 2, {}, *ui_);
-        return doc;
+        return e_->Ventana(entorno_.Imagen(nombre, filas, columnas, tipo, valores));
     }
-    void Ejecutar(int id) { marco_->EjecutarComando(id); }
+    void Ejecutar(int id) { e_->marco.EjecutarComando(id); }
 
 private slots:
-    void init() {
-        ui_ = new InterfazGuion;
-        marco_ = new CMainFrame(ui_);
-    }
-    void cleanup() {
-        QCOMPARE(ui_->esperas, 0);
-        delete marco_;
-        delete ui_;
-    }
+    void init() { e_ = std::make_unique<Escritorio>(); }
+    void cleanup() { e_.reset(); }
 
     // Byte images by level; the other types over 256 classes between their
     // minimum and maximum, the maximum in the last; population deviation.
@@ -86,7 +70,7 @@ private slots:
         std::vector<double> v;
         for (const QString& x : valores.split(' ')) v.push_back(x.toDouble());
         orvela::CImagen im;
-        QVERIFY(!im.Cargar(EscribirImagen(entorno_.Ruta("h"), 1, static_cast<long>(v.size()), qPrintable(tipo), v)));
+        QVERIFY(!im.Cargar(entorno_.Imagen("h", 1, static_cast<long>(v.size()), qPrintable(tipo), v)));
         const Histograma h = CalcularHistograma(im);
         QCOMPARE(Clases(h), clases);
         QCOMPARE(h.pixeles, v.size());
@@ -97,12 +81,12 @@ private slots:
     // Its checks, then a window of its own that does not block the others.
     void ventanaDeHistograma() {
         Ejecutar(kHistograma);
-        marco_->NuevaVentana();
+        e_->marco.NuevaVentana();
         Ejecutar(kHistograma);
         CBrimarDoc& doc = Ventana("hist", 1, 3, "byte", {7, 7, 9});
         doc.Imagen().composicionColor = true;
         Ejecutar(kHistograma);
-        QCOMPARE(ui_->Ids(), (std::vector<int>{61216, 61264, 61265}));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61216, 61264, 61265}));
         QVERIFY(!VentanaHistograma());
         doc.Imagen().composicionColor = false;
         Ejecutar(kHistograma);
@@ -122,11 +106,11 @@ private slots:
                             orvela::Georreferencia{100, 200, 160, 220, orvela::SinDato, 30, 1}));
         im.pixeles.Como<uint16_t>()[4] = 65535;
         QVERIFY(!im.Guardar(stem, 1));
-        QVERIFY(AbrirImagen(marco_->NuevaVentana()->Documento(), stem + ".ozm", 2, {}, *ui_));
+        e_->Ventana(stem + ".ozm");
         QStringList vistos;
         const QStringList nombres = QStringLiteral("titulo tipo filas columnas sistema x_minima y_maxima error_posicion "
                                                    "resolucion minimo maximo").split(' ');
-        ui_->dialogos.push_back([&](QDialog& d) {
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             for (const QString& n : nombres) {
                 auto* l = d.findChild<QLabel*>(QStringLiteral("valor_") + n);
                 vistos << (l ? l->text() : QStringLiteral("<no existe>"));
@@ -134,11 +118,11 @@ private slots:
             return true;
         });
         Ejecutar(kInformacion);
-        QCOMPARE(ui_->titulosDialogos, (std::vector<QString>{QStringLiteral("Información de la imagen")}));
+        QCOMPARE(e_->ui.titulosDialogos, (std::vector<QString>{QStringLiteral("Información de la imagen")}));
         QCOMPARE(vistos, QStringLiteral("geo integer 2 3 UTM-30N 100 220 desconocido 30 40 65535").split(' '));
-        marco_->NuevaVentana();
+        e_->marco.NuevaVentana();
         Ejecutar(kInformacion);
-        QCOMPARE(ui_->Ids(), (std::vector<int>{61264}));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61264}));
     }
 
     // A text file with the format's extension added (a composite refused,
@@ -146,7 +130,7 @@ private slots:
     void exportar() {
         Ejecutar(kBmp);
         CBrimarDoc& doc = Ventana("asc", 2, 2, "byte", {1, 2, 3, 4});
-        ui_->ficherosGuardar = {std::nullopt, entorno_.Ruta("muestras"), entorno_.Ruta("dibujo"),
+        e_->ui.ficherosGuardar = {std::nullopt, entorno_.Ruta("muestras"), entorno_.Ruta("dibujo"),
                                 entorno_.Ruta("no-existe/dibujo.bmp")};
         Ejecutar(kAscii);
         Ejecutar(kAscii);
@@ -154,7 +138,7 @@ private slots:
         Ejecutar(kAscii);
         Ejecutar(kBmp);
         Ejecutar(kBmp);
-        QCOMPARE(ui_->Ids(), (std::vector<int>{61216, 61265, 61262}));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61216, 61265, 61262}));
         QCOMPARE(LeerFichero(entorno_.Ruta("muestras.txt")), std::string("1 2\n3 4\n"));
         QCOMPARE(LeerFichero(entorno_.Ruta("dibujo.bmp")).substr(0, 2), std::string("BM"));
     }
@@ -175,8 +159,8 @@ private slots:
         const auto buenos = niveles({{3, 10}, {7, 256}});
         QString nombre;
         std::vector<bool> aceptados;
-        ui_->ficherosGuardar = {entorno_.Ruta("no/existe/p.pal"), entorno_.Ruta("creada")};
-        ui_->dialogos.push_back([&](QDialog& d) {
+        e_->ui.ficherosGuardar = {entorno_.Ruta("no/existe/p.pal"), entorno_.Ruta("creada")};
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             aceptados.push_back(Aceptar(d));
             Pulsar(d, "guardarComo");
             for (const auto& n : {buenos, niveles({{0, 256}}), niveles({{0, 256}, {1, 256}}), niveles({{2, 5}}), buenos}) {
@@ -190,9 +174,9 @@ private slots:
             return aceptados.back();
         });
         Ejecutar(kCrearPaleta);
-        QCOMPARE(ui_->titulosDialogos, std::vector<QString>{QStringLiteral("Crear paleta")});
-        QCOMPARE(ui_->mensajes[0], orvela::Mensaje::Tabla(61220, "ningun archivo (*.pal)", "un archivo"));
-        QCOMPARE(ui_->Ids(), (std::vector<int>{61220, 61260, 61236, 61235, 61237}));
+        QCOMPARE(e_->ui.titulosDialogos, std::vector<QString>{QStringLiteral("Crear paleta")});
+        QCOMPARE(e_->ui.mensajes[0], orvela::Mensaje::Tabla(61220, "ningun archivo (*.pal)", "un archivo"));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61220, 61260, 61236, 61235, 61237}));
         QCOMPARE(aceptados, (std::vector<bool>{false, false, false, false, false, true}));
         QCOMPARE(nombre, QStringLiteral("creada"));
         QCOMPARE(LeerFichero(entorno_.Ruta("creada.pal")), orvela::TextoPaletaCreada(buenos));
@@ -200,12 +184,12 @@ private slots:
 
     void leyendaMensajes() {
         Ejecutar(kLeyenda);
-        marco_->NuevaVentana();
+        e_->marco.NuevaVentana();
         Ejecutar(kLeyenda);
         Ventana("sinleyenda", 2, 2, "byte", {1});
         Ejecutar(kLeyenda);
-        QCOMPARE(ui_->Ids(), (std::vector<int>{61216, 61216, 61241}));  // an empty window: as with none
-        QVERIFY(ui_->titulosDialogos.empty());
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61216, 61216, 61241}));  // an empty window: as with none
+        QVERIFY(e_->ui.titulosDialogos.empty());
     }
 
     // Class i at (10, 10 + 25 i) for the first nine, the tenth heading the
@@ -221,10 +205,10 @@ private slots:
             dibujo = d.grab().toImage();
             return false;
         };
-        ui_->dialogos = {grabar};
+        e_->ui.dialogos = {grabar};
         Ventana("clasif", 4, 4, "byte", {0, 10, 20});
         Ejecutar(kLeyenda);
-        QCOMPARE(ui_->titulosDialogos, std::vector<QString>{QString::fromUtf8("Mostrar Leyenda De Clasificación")});
+        QCOMPARE(e_->ui.titulosDialogos, std::vector<QString>{QString::fromUtf8("Mostrar Leyenda De Clasificación")});
         const QColor gris(193, 193, 193);
         QCOMPARE(QColor(dibujo.pixel(3, 3)), gris);
         for (int i = 0; i < 10; ++i) {
@@ -237,12 +221,12 @@ private slots:
         }
         QCOMPARE(QColor(dibujo.pixel(155, 35)), gris);  // no eleventh class
 
-        ui_->dialogos = {grabar};
+        e_->ui.dialogos = {grabar};
         Ventana("vacia", 2, 2, "byte", {1});
         Ejecutar(kLeyenda);
         QCOMPARE(QColor(dibujo.pixel(12, 12)), gris);
         QCOMPARE(QColor(dibujo.pixel(160, 12)), gris);
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
     }
 };
 

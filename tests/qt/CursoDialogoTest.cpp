@@ -8,12 +8,7 @@
 #include <atomic>
 
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
 #include "dialogs/CursoDialogo.h"
-#include "doc/CBrimarDoc.h"
-#include "doc/ComandosDocumento.h"
 
 using namespace orvela;
 using namespace prueba;
@@ -25,7 +20,7 @@ QString NombreCampo(Clave c, int k = -1) {
     return k < 0 ? n : n + QStringLiteral("_%1").arg(k);
 }
 
-// What the computing functions of the test declarations saw.
+// What the computation of the test declaration saw.
 struct Visto {
     int llamadas = 0;
     Valores valores;
@@ -34,26 +29,10 @@ struct Visto {
 Visto visto;
 std::atomic<bool> esperarTemporizador{false}, temporizadorDisparado{false};
 
-// A copy of the input. When asked, it first waits until a timer of the
-// user-interface thread has fired: proof that the windows are served.
-Resultado Copia(const Contexto& c) {
-    ++visto.llamadas;
-    visto.valores = c.valores;
-    visto.otroHilo = QThread::currentThread() != qApp->thread();
-    QElapsedTimer t;
-    t.start();
-    while (esperarTemporizador && !temporizadorDisparado && t.elapsed() < 10000) QThread::msleep(5);
-    visto.temporizador = temporizadorDisparado;
-    Resultado r;
-    CImagen s;
-    s.CopiarCabecera(*c.entradas[0]);
-    s.pixeles = c.entradas[0]->pixeles.Copia();
-    r.imagenes.push_back(std::move(s));
-    return r;
-}
-
 // One input that admits the window; a scalar that takes part with the first
-// choice, coefficients in a parameter dialog with the second.
+// choice, coefficients in a parameter dialog with the second. It computes a
+// copy of the input; when asked, it first waits until a timer of the
+// user-interface thread has fired: proof that the windows are served.
 Declaracion ConParametros() {
     Declaracion d;
     d.titulo = "Filtrado de prueba";
@@ -75,7 +54,18 @@ Declaracion ConParametros() {
             return Mensaje::Tabla(msg::kTodosNulos, "Los coeficientes");
         return std::nullopt;
     };
-    d.calcular = Copia;
+    d.calcular = [](const Contexto& c) {
+        visto = {visto.llamadas + 1, c.valores, QThread::currentThread() != qApp->thread()};
+        QElapsedTimer t;
+        t.start();
+        while (esperarTemporizador && !temporizadorDisparado && t.elapsed() < 10000) QThread::msleep(5);
+        visto.temporizador = temporizadorDisparado;
+        Resultado r;
+        r.imagenes.emplace_back();
+        r.imagenes[0].CopiarCabecera(*c.entradas[0]);
+        r.imagenes[0].pixeles = c.entradas[0]->pixeles.Copia();
+        return r;
+    };
     d.sufijo = [](const Valores&) { return std::string("_Filtrado_de_Prueba"); };
     return d;
 }
@@ -88,54 +78,39 @@ const Declaracion& Aritmetica() { return *BuscarPorOrden("aritmetica"); }
 class CursoDialogoTest : public QObject {
     Q_OBJECT
     Entorno entorno_;
-    InterfazGuion* ui_ = nullptr;
-    CMainFrame* marco_ = nullptr;
+    std::unique_ptr<Escritorio> e_;
 
-    std::string Imagen(const std::string& n, long f, long c, const char* tipo, const std::vector<double>& v) {
-        return EscribirImagen(entorno_.Ruta(n), f, c, tipo, v);
-    }
-    // A new window showing that image pair (or empty).
-    CBrimarDoc& Ventana(const std::string& ruta = {}) {
-        CBrimarDoc& doc = marco_->NuevaVentana()->Documento();
-        if (!ruta.empty()) AbrirImagen(doc, ruta, 2, {}, *ui_);
-        return doc;
-    }
-    void Ejecutar(const Declaracion& d) { EjecutarOperacion(d, *marco_, *ui_); }
+    void Ejecutar(const Declaracion& d) { EjecutarOperacion(d, e_->marco, e_->ui); }
 
 private slots:
     void init() {
         visto = Visto{};
         temporizadorDisparado = false;
-        ui_ = new InterfazGuion;
-        marco_ = new CMainFrame(ui_);
+        e_ = std::make_unique<Escritorio>();
     }
-    void cleanup() {
-        QCOMPARE(ui_->esperas, 0);  // the wait cursor is restored on every way out
-        delete marco_;
-        delete ui_;
-    }
+    void cleanup() { e_.reset(); }
 
     // An operation offering the window's image checks it before its dialog.
     void ventanaComprobadaAntesDelDialogo() {
         Ejecutar(Convertir());
-        CBrimarDoc& doc = Ventana();
+        CBrimarDoc& doc = e_->Ventana();
         Ejecutar(Convertir());
-        AbrirImagen(doc, Imagen("comp", 1, 1, "byte", {1}), 2, {}, *ui_);
+        AbrirImagen(doc, entorno_.Imagen("comp", 1, 1, "byte", {1}), 2, {}, e_->ui);
         doc.Imagen().composicionColor = true;
         Ejecutar(Convertir());
-        QCOMPARE(ui_->Ids(), (std::vector<int>{msg::kNoHayVentanaActiva, msg::kSinImagen, msg::kComposicionColor}));
-        QVERIFY(ui_->titulosDialogos.empty());
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{msg::kNoHayVentanaActiva, msg::kSinImagen, msg::kComposicionColor}));
+        QVERIFY(e_->ui.titulosDialogos.empty());
     }
 
     // The check of a chosen file sees the headers chosen before it; without
     // a window, output to the window stops with 61216 before the inputs are
     // read (the second raster is short: reading it would give 61284).
     void eleccionDeFicherosYSinVentana() {
-        const std::string a = Imagen("a", 2, 2, "byte", {1}), corta = Imagen("corta", 2, 2, "byte", {1});
+        const std::string a = entorno_.Imagen("a", 2, 2, "byte", {1}), corta = entorno_.Imagen("corta", 2, 2, "byte", {1});
         QFile::resize(QString::fromStdString(corta), 3);
-        ui_->ficherosAbrir = {a, a, Imagen("p2", 2, 3, "byte", {}), corta};
+        e_->ui.ficherosAbrir = {a, a, entorno_.Imagen("p2", 2, 3, "byte", {}), corta};
         QString nombre;
-        ui_->dialogos.push_back([&](QDialog& d) {
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             Pulsar(d, "entrada1_seleccionar");  // 61221
             Pulsar(d, "entrada0_seleccionar");
             Pulsar(d, "entrada1_seleccionar");  // 61222
@@ -144,7 +119,7 @@ private slots:
             return Aceptar(d);
         });
         Ejecutar(Aritmetica());
-        QCOMPARE(ui_->mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kSeleccionarAntes, "la primera imagen"),
+        QCOMPARE(e_->ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kSeleccionarAntes, "la primera imagen"),
                                                      Mensaje::Tabla(msg::kNoCoincide, "Las dimensiones", "imágenes"),
                                                      Mensaje::Tabla(msg::kNoHayVentanaActiva)}));
         QVERIFY(nombre.isEmpty());
@@ -154,13 +129,13 @@ private slots:
     // 61219, a refused file (61217, then silence), 61220, then the
     // operation's own check once the inputs are loaded.
     void mensajesDelDialogoEnSuOrden() {
-        Ventana(Imagen("ventana", 1, 2, "byte", {1, 2}));
-        ui_->ficherosAbrir = {entorno_.Ruta("banda.Ozm"), Imagen("banda", 1, 2, "byte", {3, 4})};
-        ui_->ficherosGuardar = {entorno_.Ruta("salida.ozm")};
+        e_->Ventana(entorno_.Imagen("ventana", 1, 2, "byte", {1, 2}));
+        e_->ui.ficherosAbrir = {entorno_.Ruta("banda.Ozm"), entorno_.Imagen("banda", 1, 2, "byte", {3, 4})};
+        e_->ui.ficherosGuardar = {entorno_.Ruta("salida.ozm")};
         std::vector<int> enElDialogo;
         QString trasRechazo, trasElegir;
         bool aceptadoConRechazo = true;
-        ui_->dialogos.push_back([&](QDialog& d) {
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             Pulsar(d, "entrada0_fichero");
             Aceptar(d);                         // 61219
             Pulsar(d, "entrada0_seleccionar");  // 61217
@@ -170,14 +145,14 @@ private slots:
             trasElegir = Texto(d, "entrada0_nombre");
             Pulsar(d, "salida_fichero");
             Aceptar(d);                         // 61220
-            enElDialogo = ui_->Ids();
+            enElDialogo = e_->ui.Ids();
             return Pulsando({"salida_guardar", NombreCampo(Clave::TipoDestino, 0)})(d);  // byte into byte
         });
         Ejecutar(Convertir());
         QCOMPARE(enElDialogo, (std::vector<int>{msg::kNoSeleccionadaEntrada, msg::kExtensionInadecuada, msg::kNoSeleccionadaSalida}));
-        QCOMPARE(ui_->mensajes[0], Mensaje::Tabla(msg::kNoSeleccionadaEntrada, "ninguna imagen", "una imagen"));
-        QCOMPARE(ui_->mensajes[2], Mensaje::Tabla(msg::kNoSeleccionadaSalida, "ninguna imagen", "una imagen"));
-        QCOMPARE(ui_->Ids().back(), msg::kMismoTipo);
+        QCOMPARE(e_->ui.mensajes[0], Mensaje::Tabla(msg::kNoSeleccionadaEntrada, "ninguna imagen", "una imagen"));
+        QCOMPARE(e_->ui.mensajes[2], Mensaje::Tabla(msg::kNoSeleccionadaSalida, "ninguna imagen", "una imagen"));
+        QCOMPARE(e_->ui.Ids().back(), msg::kMismoTipo);
         QVERIFY(trasRechazo.isEmpty() && !aceptadoConRechazo);
         QCOMPARE(trasElegir, QStringLiteral("banda"));
         QVERIFY(!Existe(entorno_.Ruta("salida.ozm")));
@@ -186,12 +161,12 @@ private slots:
     // To a file: the warnings of the computation, then the pair titled with
     // the operation's suffix; the window is left alone.
     void salidaAFicheroConTituloDelResultado() {
-        CBrimarDoc& doc = Ventana(Imagen("otra", 1, 1, "integer", {7}));
-        ui_->ficherosAbrir = {Imagen("b3", 1, 2, "real", {1.5, 300})};
-        ui_->ficherosGuardar = {entorno_.Ruta("resultado")};
-        ui_->dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", NombreCampo(Clave::TipoDestino, 0)}));
+        CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("otra", 1, 1, "integer", {7}));
+        e_->ui.ficherosAbrir = {entorno_.Imagen("b3", 1, 2, "real", {1.5, 300})};
+        e_->ui.ficherosGuardar = {entorno_.Ruta("resultado")};
+        e_->ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", NombreCampo(Clave::TipoDestino, 0)}));
         Ejecutar(Convertir());
-        QCOMPARE(ui_->Ids(), (std::vector<int>{msg::kPerdidaPrecision}));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{msg::kPerdidaPrecision}));
         CImagen r;
         QVERIFY(!r.Cargar(entorno_.Ruta("resultado.ozm")));
         QCOMPARE(r.titulo, std::string("b3_Convertida_De_Tipo_De_Dato"));
@@ -202,12 +177,12 @@ private slots:
 
     // Input and output the window: replaced in place, no AVISO, palette kept.
     void salidaAVentanaReemplazaLaImagen() {
-        CBrimarDoc& doc = Ventana(Imagen("b4", 1, 3, "byte", {5, 6, 7}));
+        CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("b4", 1, 3, "byte", {5, 6, 7}));
         doc.Imagen().indicePaleta = 1;
-        ui_->dialogos = {Pulsando({NombreCampo(Clave::TipoDestino, 3)}), [](QDialog&) { return false; }};
+        e_->ui.dialogos = {Pulsando({NombreCampo(Clave::TipoDestino, 3)}), [](QDialog&) { return false; }};
         Ejecutar(Convertir());
-        QVERIFY(ui_->mensajes.empty());
-        QCOMPARE(ui_->titulosDialogos.size(), std::size_t{1});
+        QVERIFY(e_->ui.mensajes.empty());
+        QCOMPARE(e_->ui.titulosDialogos.size(), std::size_t{1});
         QCOMPARE(doc.Imagen().tipoDato, static_cast<int>(kDouble));
         QCOMPARE(doc.Imagen().titulo, std::string("b4_Convertida_De_Tipo_De_Dato"));
         QCOMPARE(doc.Nombre(), QStringLiteral("TMP"));
@@ -219,34 +194,34 @@ private slots:
     // cancelled, the operation is abandoned.
     void avisoAntesDeReemplazar() {
         for (bool sigue : {false, true}) {
-            CBrimarDoc& doc = Ventana(Imagen("vista", 1, 1, "byte", {1}));
-            ui_->ficherosAbrir = {Imagen("nuevo", 1, 1, "byte", {2})};
-            ui_->titulosDialogos.clear();
-            ui_->dialogos = {Pulsando({"entrada0_seleccionar", NombreCampo(Clave::TipoDestino, 1)}),
+            CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("vista", 1, 1, "byte", {1}));
+            e_->ui.ficherosAbrir = {entorno_.Imagen("nuevo", 1, 1, "byte", {2})};
+            e_->ui.titulosDialogos.clear();
+            e_->ui.dialogos = {Pulsando({"entrada0_seleccionar", NombreCampo(Clave::TipoDestino, 1)}),
                              [sigue](QDialog& d) { return sigue && Aceptar(d); }};  // " No."
             Ejecutar(Convertir());
-            QCOMPARE(ui_->titulosDialogos.size(), std::size_t{2});
-            QCOMPARE(ui_->titulosDialogos[1], QStringLiteral("AVISO DE Brimar"));
+            QCOMPARE(e_->ui.titulosDialogos.size(), std::size_t{2});
+            QCOMPARE(e_->ui.titulosDialogos[1], QStringLiteral("AVISO DE Brimar"));
             QCOMPARE(doc.Nombre(), sigue ? QStringLiteral("TMP") : QStringLiteral("vista"));
             QCOMPARE(doc.Imagen().tipoDato, static_cast<int>(sigue ? kInteger : kByte));
         }
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
     }
 
     // A quotient that meets a zero: in the window, the second image is left
     // shown; to a file, nothing is written.
     void errorDelCalculoDejaLaSegundaEnLaVentana() {
-        const std::string a = Imagen("num", 1, 2, "byte", {8, 9}), b = Imagen("den", 1, 2, "byte", {2, 0});
+        const std::string a = entorno_.Imagen("num", 1, 2, "byte", {8, 9}), b = entorno_.Imagen("den", 1, 2, "byte", {2, 0});
         for (bool aVentana : {true, false}) {
-            CBrimarDoc& doc = Ventana(Imagen("previa", 1, 1, "byte", {1}));
-            ui_->mensajes.clear();
-            ui_->ficherosAbrir = {a, b};
-            ui_->ficherosGuardar = {entorno_.Ruta("cociente")};
+            CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("previa", 1, 1, "byte", {1}));
+            e_->ui.mensajes.clear();
+            e_->ui.ficherosAbrir = {a, b};
+            e_->ui.ficherosGuardar = {entorno_.Ruta("cociente")};
             QStringList botones = {"entrada0_seleccionar", "entrada1_seleccionar", NombreCampo(Clave::Operacion, 3)};
             if (!aVentana) botones << "salida_guardar";
-            ui_->dialogos = {Pulsando(botones), Pulsando({})};  // the AVISO: go on, saving nothing
+            e_->ui.dialogos = {Pulsando(botones), Pulsando({})};  // the AVISO: go on, saving nothing
             Ejecutar(Aritmetica());
-            QCOMPARE(ui_->Ids(), (std::vector<int>{aVentana ? msg::kDivisionCeroVentana : msg::kDivisionCeroFichero}));
+            QCOMPARE(e_->ui.Ids(), (std::vector<int>{aVentana ? msg::kDivisionCeroVentana : msg::kDivisionCeroFichero}));
             QCOMPARE(doc.Imagen().titulo, std::string(aVentana ? "den" : "previa"));
             QCOMPARE(ValoresDe(doc.Imagen()), (aVentana ? std::vector<double>{2, 0} : std::vector<double>{1}));
             QVERIFY(!Existe(entorno_.Ruta("cociente.ozm")));
@@ -257,10 +232,10 @@ private slots:
     // are not checked; a number that does not parse keeps the dialog open;
     // a decimal comma is taken.
     void camposQueAplicanEnVivo() {
-        Ventana(Imagen("f", 1, 1, "byte", {3}));
+        e_->Ventana(entorno_.Imagen("f", 1, 1, "byte", {3}));
         const QString escalar = NombreCampo(Clave::Escalar);
         bool conMedia = false, conPersonalizado = true, conTexto = true, conCero = true;
-        ui_->dialogos.push_back([&](QDialog& d) {
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             conMedia = d.findChild<QWidget*>(escalar)->isEnabled();
             Escribir(d, escalar, QStringLiteral("abc"));
             conTexto = Aceptar(d);
@@ -274,9 +249,9 @@ private slots:
         });
         Ejecutar(ConParametros());
         QVERIFY(conMedia && !conPersonalizado && !conTexto && !conCero);
-        QCOMPARE(ui_->textos.size(), std::size_t{1});
-        QVERIFY(ui_->textos[0].contains(QStringLiteral("Establecer")));
-        QCOMPARE(ui_->mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kNoSeleccionadaEntrada,
+        QCOMPARE(e_->ui.textos.size(), std::size_t{1});
+        QVERIFY(e_->ui.textos[0].contains(QStringLiteral("Establecer")));
+        QCOMPARE(e_->ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kNoSeleccionadaEntrada,
                                                                      "un valor correcto para el escalar", "un valor >0")}));
         QCOMPARE(visto.valores.Numero(Clave::Escalar), 2.5);
         QVERIFY(!visto.valores.Tiene(Clave::Coeficientes));
@@ -286,18 +261,18 @@ private slots:
     // values are checked and reach the computation, which runs off the
     // user-interface thread.
     void subdialogoCanceladoYAceptado() {
-        CBrimarDoc& doc = Ventana(Imagen("g", 1, 1, "byte", {3}));
+        CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("g", 1, 1, "byte", {3}));
         auto principal = Pulsando({NombreCampo(Clave::TipoFiltro, 1)});
-        ui_->dialogos = {principal, [](QDialog&) { return false; }};
+        e_->ui.dialogos = {principal, [](QDialog&) { return false; }};
         Ejecutar(ConParametros());
-        QCOMPARE(ui_->titulosDialogos, (std::vector<QString>{QStringLiteral("Filtrado de prueba"),
+        QCOMPARE(e_->ui.titulosDialogos, (std::vector<QString>{QStringLiteral("Filtrado de prueba"),
                                                              QStringLiteral("Filtro Personalizado 3 x 3")}));
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
         QCOMPARE(visto.llamadas, 0);
         QCOMPARE(doc.Nombre(), QStringLiteral("g"));
 
         bool conCeros = true;
-        ui_->dialogos = {principal, [&](QDialog& d) {
+        e_->ui.dialogos = {principal, [&](QDialog& d) {
                              conCeros = Aceptar(d);  // every coefficient 0: the check sees them
                              for (int k = 0; k < 9; ++k)
                                  Escribir(d, NombreCampo(Clave::Coeficientes, k), QString::number(k == 4 ? -2 : 1));
@@ -308,7 +283,7 @@ private slots:
         Ejecutar(ConParametros());
         esperarTemporizador = false;
         QVERIFY(!conCeros);
-        QCOMPARE(ui_->Ids(), (std::vector<int>{msg::kTodosNulos}));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{msg::kTodosNulos}));
         QCOMPARE(visto.llamadas, 1);
         QCOMPARE(visto.valores.Lista(Clave::Coeficientes), (std::vector<double>{1, 1, 1, 1, -2, 1, 1, 1, 1}));
         QVERIFY(!visto.valores.Tiene(Clave::Escalar));

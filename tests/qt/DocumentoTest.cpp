@@ -1,12 +1,7 @@
 // The image of a window: "Imagen", "Guardar", "Guardar como" and the
 // "AVISO DE Brimar" question, with their messages in their order.
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
 #include "dialogs/CAvisoDlg.h"
-#include "doc/CBrimarDoc.h"
-#include "doc/ComandosDocumento.h"
 
 using namespace prueba;
 using orvela::Mensaje;
@@ -29,7 +24,7 @@ class DocumentoTest : public QObject {
 
     // Writes a 3 x 4 byte pair of samples 10 under that name; shown in `doc`.
     std::string Mostrar(CBrimarDoc& doc, const std::string& nombre, InterfazGuion& ui) {
-        const std::string ruta = EscribirImagen(entorno_.Ruta(nombre), 3, 4, "byte", {10});
+        const std::string ruta = entorno_.Imagen(nombre, 3, 4, "byte", {10});
         AbrirImagen(doc, ruta, 2, {}, ui);
         return ruta;
     }
@@ -54,31 +49,26 @@ private slots:
         QFETCH(int, comando);
         QFETCH(QString, ventana);
         QFETCH(int, id);
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
+        Escritorio e;
         if (ventana != QLatin1String("ninguna")) {
-            CBrimarDoc& doc = marco.NuevaVentana()->Documento();
-            if (ventana != QLatin1String("vacia")) {
-                Mostrar(doc, ventana == QLatin1String("TMP") ? "TMP" : "g", ui);
-                if (ventana.startsWith(QLatin1String("resultado"))) doc.PonerNombre(QStringLiteral("TMP"));
-                doc.Imagen().composicionColor = ventana.endsWith(QLatin1String("composicion"));
-            }
+            const bool vacia = ventana == QLatin1String("vacia");
+            CBrimarDoc& doc = e.Ventana(vacia ? "" : entorno_.Imagen(ventana == QLatin1String("TMP") ? "TMP" : "g", 2, 2, "byte", {1}));
+            if (ventana.startsWith(QLatin1String("resultado"))) doc.PonerNombre(QStringLiteral("TMP"));
+            doc.Imagen().composicionColor = ventana.endsWith(QLatin1String("composicion"));
         }
-        ui.ficherosGuardar = {std::nullopt};
-        marco.EjecutarComando(comando);
-        QCOMPARE(ui.Ids(), id ? std::vector<int>{id} : std::vector<int>{});
-        QCOMPARE(ui.esperas, 0);
+        e.ui.ficherosGuardar = {std::nullopt};
+        e.Ejecutar({comando});
+        QCOMPARE(e.ui.Ids(), id ? std::vector<int>{id} : std::vector<int>{});
     }
 
     // Saved to its own pair; "Guardar como" to a new one, which the window
     // takes: ".ozm" is added to a name without extension, and a four-letter
     // extension loses its last four characters, keeping the dot.
     void guardarYGuardarComo() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        CChildFrame* v = marco.NuevaVentana();
-        CBrimarDoc& doc = v->Documento();
-        const std::string propia = Mostrar(doc, "g1", ui);
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const std::string propia = entorno_.Imagen("g1", 3, 4, "byte", {10});
+        CBrimarDoc& doc = e.Ventana(propia);
         CambiarPrimerPixel(doc, 99);
         marco.EjecutarComando(32840);
         QCOMPARE(PrimerByte(propia), 99);
@@ -100,21 +90,20 @@ private slots:
         }
         QVERIFY(Existe(entorno_.Ruta("gc3.ozm")) && Existe(entorno_.Ruta("gc4..ozm")));
         QCOMPARE(doc.Nombre(), QStringLiteral("gc4"));
-        QCOMPARE(v->windowTitle(), QStringLiteral("gc4"));
+        QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("gc4"));
         // "Guardar" now writes to the new pair.
         CambiarPrimerPixel(doc, 42);
         marco.EjecutarComando(32840);
         QCOMPARE(PrimerByte(entorno_.Ruta("gc4..ozm")), 42);
         QCOMPARE(PrimerByte(propia), 99);
         QCOMPARE(ui.Ids(), std::vector<int>{61260});
-        QCOMPARE(ui.esperas, 0);
     }
 
     // The dialog's checks in order; only then is the missing window reported.
     void imagenMensajesEnOrden() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        const std::string buena = EscribirImagen(entorno_.Ruta("im1"), 6, 7, "byte", {1, 2, 3});
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const std::string buena = entorno_.Imagen("im1", 6, 7, "byte", {1, 2, 3});
         const std::string sinCabecera = entorno_.Ruta("im_sin.ozm"), paleta = entorno_.Ruta("mia.pal");
         std::ofstream(sinCabecera) << "xxxx";
         Entorno::EscribirPaletaGris(paleta);
@@ -140,30 +129,28 @@ private slots:
                                                    Mensaje::Tabla(61216)}));
         QVERIFY(trasRechazo.isEmpty() && !aceptadoConRechazo);
         QCOMPARE(trasElegir, QStringLiteral("im1"));
-        QCOMPARE(ui.esperas, 0);
     }
 
     // Shown in the active window with the palette chosen, named after the
     // file; another image replaces it without the AVISO; a short raster is
     // refused and the window stays as it was.
     void imagenEnLaVentanaActiva() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        CChildFrame* v = marco.NuevaVentana();
-        const CBrimarDoc& doc = v->Documento();
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const CBrimarDoc& doc = e.Ventana();
         std::vector<QString> nombres;
         connect(&doc, &CBrimarDoc::nombreCambiado, this, [&](const QString& n) { nombres.push_back(n); });
-        const std::string corta = EscribirImagen(entorno_.Ruta("im4"), 5, 5, "byte", {1});
+        const std::string corta = entorno_.Imagen("im4", 5, 5, "byte", {1});
         QFile::resize(QString::fromStdString(corta), 3);
-        ui.ficherosAbrir = {EscribirImagen(entorno_.Ruta("im2"), 6, 7, "integer", {300, 7}),
-                            EscribirImagen(entorno_.Ruta("im3"), 2, 2, "byte", {9}), corta};
+        ui.ficherosAbrir = {entorno_.Imagen("im2", 6, 7, "integer", {300, 7}),
+                            entorno_.Imagen("im3", 2, 2, "byte", {9}), corta};
         ui.dialogos = {Pulsando({"seleccionar", "paleta5"}), Pulsando({"seleccionar", "paleta2"}),
                        Pulsando({"seleccionar", "paleta2"})};
         marco.EjecutarComando(32774);
         QCOMPARE(doc.Imagen().indicePaleta, 5u);
         QCOMPARE(doc.Imagen().pixeles.Valor(0), 300.0);
         QCOMPARE(nombres, (std::vector<QString>{"TMP", "im2"}));  // set-up, then the file's title
-        QCOMPARE(v->windowTitle(), QStringLiteral("im2"));
+        QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("im2"));
         marco.EjecutarComando(32774);
         QCOMPARE(doc.Nombre(), QStringLiteral("im3"));
         QCOMPARE(doc.Imagen().pixeles.Valor(0), 9.0);
@@ -172,7 +159,6 @@ private slots:
         QCOMPARE(ui.titulosDialogos, (std::vector<QString>(3, "Imagen")));
         QCOMPARE(doc.Nombre(), QStringLiteral("im3"));
         QCOMPARE(doc.Imagen().Filas(), 2L);
-        QCOMPARE(ui.esperas, 0);
     }
 
     // Modes 0 (to its own pair), 1 (a new name, 61220 without one) and
@@ -227,7 +213,6 @@ private slots:
         QCOMPARE(PrimerByte(propia), modo == 0 ? 77 : 10);
         if (!destino.empty()) QCOMPARE(PrimerByte(destino + ".ozm"), sigue ? 77 : -1);
         QCOMPARE(doc.Nombre().toStdString(), sigue && modo == 1 ? TituloFichero(destino) : TituloFichero(propia));
-        QCOMPARE(ui.esperas, 0);
     }
 
     // Nothing to protect in an empty window or a composite: no question.

@@ -1,6 +1,7 @@
 // What the desktop tests share: a private settings store and application
-// folder with grey palettes, image pairs written on the fly, and the steps
-// of a scripted user on a dialog's controls, found by object name.
+// folder with grey palettes, image pairs written on the fly, the main window
+// with a scripted user, and the steps of that user on a dialog's controls,
+// found by object name.
 #pragma once
 
 #include <QAbstractButton>
@@ -16,6 +17,11 @@
 #include <string>
 #include <vector>
 
+#include "InterfazGuion.h"
+#include "app/CChildFrame.h"
+#include "app/CMainFrame.h"
+#include "doc/CBrimarDoc.h"
+#include "doc/ComandosDocumento.h"
 #include "image/CImagen.h"
 #include "image/Conversion.h"
 #include "operations/Curso.h"
@@ -35,6 +41,24 @@ public:
         PonerPath(QString::fromStdString(Carpeta()));
     }
     std::string Carpeta() const { return Ruta("app"); }
+
+    // Writes the pair `nombre`.ozm / .inf in the folder, titled after the
+    // file; `valores` fill the samples in row order (repeated), by the store
+    // rule. Returns the raster.
+    std::string Imagen(const std::string& nombre, long filas, long columnas, const char* tipo,
+                       const std::vector<double>& valores, const std::string& sistema = "unknown",
+                       const orvela::Georreferencia& geo = {}) const {
+        orvela::CImagen im;
+        if (im.Iniciar(Ruta(nombre) + ".ozm", "", nombre, static_cast<uint32_t>(filas), static_cast<uint32_t>(columnas),
+                       tipo, 0, 0, sistema, "m", geo))
+            return {};
+        orvela::ConTipo(im.tipoDato, [&]<class T>(orvela::Muestra<T>) {
+            auto d = im.pixeles.Como<T>();
+            for (std::size_t k = 0; k < d.size() && !valores.empty(); ++k)
+                d[k] = orvela::Almacenar<T>(valores[k % valores.size()]);
+        });
+        return im.Guardar(Ruta(nombre), 1) ? std::string() : Ruta(nombre) + ".ozm";
+    }
     std::string Ruta(const std::string& nombre) const { return dir_.path().toStdString() + "/" + nombre; }
 
     // A null folder removes the setting.
@@ -52,22 +76,23 @@ private:
     QTemporaryDir dir_;
 };
 
-// Writes stem.ozm / stem.inf titled after the file; `valores` fill the
-// samples in row order (repeated), by the store rule. Returns the raster.
-inline std::string EscribirImagen(const std::string& stem, long filas, long columnas, const char* tipo,
-                                  const std::vector<double>& valores, const std::string& sistema = "unknown",
-                                  const orvela::Georreferencia& geo = {}) {
-    orvela::CImagen im;
-    if (im.Iniciar(stem + ".ozm", "", orvela::TituloFichero(stem), static_cast<uint32_t>(filas),
-                   static_cast<uint32_t>(columnas), tipo, 0, 0, sistema, "m", geo))
-        return {};
-    orvela::ConTipo(im.tipoDato, [&]<class T>(orvela::Muestra<T>) {
-        auto d = im.pixeles.Como<T>();
-        for (std::size_t k = 0; k < d.size() && !valores.empty(); ++k)
-            d[k] = orvela::Almacenar<T>(valores[k % valores.size()]);
-    });
-    return im.Guardar(stem, 1) ? std::string() : stem + ".ozm";
-}
+// The main window with a scripted user, made afresh for each test; the wait
+// cursor must be restored on every way out.
+struct Escritorio {
+    InterfazGuion ui;
+    CMainFrame marco{&ui};
+
+    ~Escritorio() { QCOMPARE(ui.esperas, 0); }
+    // A new active window, showing that pair in grey levels ("": empty).
+    CBrimarDoc& Ventana(const std::string& ruta = {}) {
+        CBrimarDoc& doc = marco.NuevaVentana()->Documento();
+        if (!ruta.empty()) AbrirImagen(doc, ruta, 2, {}, ui);
+        return doc;
+    }
+    void Ejecutar(std::initializer_list<int> ids) {
+        for (int id : ids) marco.EjecutarComando(id);
+    }
+};
 
 inline std::vector<double> ValoresDe(const orvela::CImagen& im) {
     std::vector<double> r;

@@ -11,14 +11,10 @@
 #include <set>
 
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
 #include "app/TablaComandos.h"
 #include "dialogs/CAyudaDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "dialogs/ComandosEspacio.h"
-#include "doc/CBrimarDoc.h"
 
 using namespace prueba;
 
@@ -51,8 +47,8 @@ private slots:
     // Every entry of the table under its menus, with its text, id and
     // shortcut, greyed when nothing answers it; nothing else in the menus.
     void menusSegunLaTabla() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
+        Escritorio e;
+        CMainFrame& marco = e.marco;
         QStringList arriba;
         for (QAction* a : marco.menuBar()->actions()) arriba << a->text();
         QCOMPARE(arriba, QStringList({"Fichero", "Visualización", "Correcciones", "Realces", "Transformaciones",
@@ -94,48 +90,38 @@ private slots:
     // executable's folder serves.
     void barraDeEstadoYCarpetaDePaletas() {
         {
-            InterfazGuion ui;
-            CMainFrame marco(&ui);
-            QVERIFY(ui.textos.empty());
-            QCOMPARE(marco.CarpetaAplicacion(), entorno_.Carpeta());
-            QCOMPARE(QStringList({marco.TextoPanel(4), marco.TextoPanel(5), marco.TextoPanel(6)}),
+            Escritorio e;
+            QVERIFY(e.ui.textos.empty());
+            QCOMPARE(e.marco.CarpetaAplicacion(), entorno_.Carpeta());
+            QCOMPARE(QStringList({e.marco.TextoPanel(4), e.marco.TextoPanel(5), e.marco.TextoPanel(6)}),
                      QStringList({"MAY", "NUM", "DESP"}));
         }
         QTemporaryDir vacia;
         Entorno::PonerPath(vacia.path());
         {
-            InterfazGuion ui;
-            CMainFrame marco(&ui);
-            QCOMPARE(ui.textos, std::vector<QString>{QString::fromUtf8(
-                                    "ERROR. Asegúrese de que la carpeta con las paletas \nestá en el directorio del "
-                                    "ejecutable. Si el problema\npersiste, reinstale el software.\n")});
-            QVERIFY(marco.NuevaVentana() && marco.DocumentoActivo());
+            Escritorio e;
+            QCOMPARE(e.ui.textos, std::vector<QString>{QString::fromUtf8(
+                                      "ERROR. Asegúrese de que la carpeta con las paletas \nestá en el directorio del "
+                                      "ejecutable. Si el problema\npersiste, reinstale el software.\n")});
+            QVERIFY(e.marco.NuevaVentana() && e.marco.DocumentoActivo());
         }
         Entorno::PonerPath(QString());
-        {
-            InterfazGuion ui;
-            CMainFrame marco(&ui);
-            QCOMPARE(QString::fromStdString(marco.CarpetaAplicacion()), QCoreApplication::applicationDirPath());
-        }
+        QCOMPARE(QString::fromStdString(Escritorio().marco.CarpetaAplicacion()), QCoreApplication::applicationDirPath());
         Entorno::PonerPath(QString::fromStdString(entorno_.Carpeta()));
     }
 
     // "Nueva ventana": a new empty document, made active, its caption
-    // following the display name. "Acerca de" is a dialog.
-    void ventanasYAcercaDe() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        QVERIFY(!marco.DocumentoActivo());
-        marco.EjecutarComando(57600);
-        CBrimarDoc* primero = marco.DocumentoActivo();
-        marco.EjecutarComando(57600);
-        QVERIFY(primero && !primero->TieneImagen() && marco.DocumentoActivo() != primero);
-        QCOMPARE(marco.Area()->subWindowList().size(), 2);
-        marco.DocumentoActivo()->PonerNombre(QStringLiteral("banda4"));
-        QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("banda4"));
-        ui.dialogos.push_back([](QDialog&) { return true; });
-        marco.EjecutarComando(57664);
-        QCOMPARE(ui.titulosDialogos, std::vector<QString>{QStringLiteral("Acerca de Orvela")});
+    // following the display name.
+    void nuevaVentana() {
+        Escritorio e;
+        QVERIFY(!e.marco.DocumentoActivo());
+        e.Ejecutar({57600});
+        CBrimarDoc* primero = e.marco.DocumentoActivo();
+        e.Ejecutar({57600});
+        QVERIFY(primero && !primero->TieneImagen() && e.marco.DocumentoActivo() != primero);
+        QCOMPARE(e.marco.Area()->subWindowList().size(), 2);
+        e.marco.DocumentoActivo()->PonerNombre(QStringLiteral("banda4"));
+        QCOMPARE(e.marco.VentanaActiva()->windowTitle(), QStringLiteral("banda4"));
     }
 
     // Every page readable UTF-8 with a title and links that lead somewhere;

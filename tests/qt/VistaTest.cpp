@@ -3,12 +3,7 @@
 #include <QScrollBar>
 
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
-#include "doc/CBrimarDoc.h"
 #include "doc/CBrimarView.h"
-#include "doc/ComandosDocumento.h"
 
 using namespace prueba;
 
@@ -44,34 +39,26 @@ QColor Gris(int n) { return QColor(n, n, n); }
 class VistaTest : public QObject {
     Q_OBJECT
     Entorno entorno_;
-    InterfazGuion* ui_ = nullptr;
-    CMainFrame* marco_ = nullptr;
+    std::unique_ptr<Escritorio> e_;
 
     // A window showing a new image pair, its view sized to `tamano`.
     CBrimarView& Ventana(long filas, long columnas, const char* tipo, const std::vector<double>& valores, QSize tamano,
                          const std::string& sistema = "unknown", const orvela::Georreferencia& geo = {}) {
-        const std::string ruta = EscribirImagen(entorno_.Ruta("v"), filas, columnas, tipo, valores, sistema, geo);
-        CChildFrame* v = marco_->NuevaVentana();
+        e_->Ventana(entorno_.Imagen("v", filas, columnas, tipo, valores, sistema, geo));
+        CChildFrame* v = e_->marco.VentanaActiva();
         v->resize(tamano + (v->size() - v->Vista().size()));
-        AbrirImagen(v->Documento(), ruta, 2, {}, *ui_);
         return v->Vista();
     }
-    void Ejecutar(std::initializer_list<int> ids) {
-        for (int id : ids) marco_->EjecutarComando(id);
-    }
-    QString Panel(int i) const { return marco_->TextoPanel(i); }
+    void Ejecutar(std::initializer_list<int> ids) { e_->Ejecutar(ids); }
+    QString Panel(int i) const { return e_->marco.TextoPanel(i); }
 
 private slots:
     void init() {
-        ui_ = new InterfazGuion;
-        marco_ = new CMainFrame(ui_);
-        marco_->resize(1000, 800);
-        marco_->show();
+        e_ = std::make_unique<Escritorio>();
+        e_->marco.resize(1000, 800);
+        e_->marco.show();
     }
-    void cleanup() {
-        delete marco_;
-        delete ui_;
-    }
+    void cleanup() { e_.reset(); }
 
     // What each view command answers where it cannot act.
     void comandosRechazados_data() {
@@ -93,7 +80,7 @@ private slots:
         QFETCH(int, comando);
         QFETCH(int, id);
         CBrimarView* v = nullptr;
-        if (estado == QLatin1String("vacia")) marco_->NuevaVentana();
+        if (estado == QLatin1String("vacia")) e_->marco.NuevaVentana();
         if (estado != QLatin1String("vacia") && estado != QLatin1String("sin ventana")) {
             v = &Ventana(310, 287, "byte", {1, 2}, QSize(500, 450));
             v->Documento().Imagen().composicionColor = estado == QLatin1String("composicion");
@@ -109,10 +96,10 @@ private slots:
                 QCOMPARE(v->NivelZoom(), i + 1);
             }
         }
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
         const int nivel = v ? v->NivelZoom() : 0;
         Ejecutar({comando});
-        QCOMPARE(ui_->Ids(), std::vector<int>{id});
+        QCOMPARE(e_->ui.Ids(), std::vector<int>{id});
         QVERIFY(!v || (!v->ZoomArmado() && v->NivelZoom() == nivel));
     }
 
@@ -139,7 +126,7 @@ private slots:
         QCOMPARE(v.NivelZoom(), 0);
         QCOMPARE(v.Origen(), QRect(0, 0, 287, 310));
         QCOMPARE(v.horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
     }
 
     // Full screen: the whole image fitted from the top left corner, the
@@ -155,7 +142,7 @@ private slots:
         QCOMPARE(v.Origen(), QRect(0, 0, 287, 310));
         const QSize c = v.viewport()->size();
         QCOMPARE(v.Destino(), QRect(0, 0, static_cast<int>(287.0 / 310.0 * c.height()), c.height()));
-        marco_->VentanaActiva()->resize(marco_->VentanaActiva()->size() + QSize(-450, 300));
+        e_->marco.VentanaActiva()->resize(e_->marco.VentanaActiva()->size() + QSize(-450, 300));
         const QSize c2 = v.viewport()->size();
         QVERIFY(c2.width() < c2.height());
         QCOMPARE(v.Destino(), QRect(0, 0, c2.width(), static_cast<int>(310.0 / 287.0 * c2.width())));
@@ -163,40 +150,36 @@ private slots:
         QVERIFY(!v.EnPantallaCompleta());
         QCOMPARE(v.Destino(), QRect(QPoint(0, 0), v.Origen().size()));
         QCOMPARE(v.horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
     }
 
+    // Row, column, sample and UTM coordinates of the pixel clicked, the
+    // view scrolled or not; nothing beside the image; no coordinates
+    // without UTM; closing the window empties the panes.
     void consultaDePixel() {
-        const orvela::Georreferencia geo{500000.0f, 3998800.0f, 501500.0f, 4000000.0f, -1.0f, 30.0f, 1.0f};
-        CBrimarView& v = Ventana(40, 50, "real", Posiciones(40, 50), QSize(300, 200), "UTM-30N", geo);
+        const orvela::Georreferencia geo{500000.0f, 3991000.0f, 501800.0f, 4000000.0f, -1.0f, 30.0f, 1.0f};
+        CBrimarView& v = Ventana(300, 60, "real", Posiciones(300, 60), QSize(200, 150), "UTM-30N", geo);
+        auto paneles = [&] { return QStringList({Panel(1), Panel(2), Panel(3)}); };
         Ejecutar({kPixel});
         QVERIFY(v.EnConsulta());
-        QCOMPARE(Panel(1), QStringLiteral("Fila =                             Columna =  "));
-        QCOMPARE(Panel(2), QStringLiteral("\tNivel Digital = \t"));
+        QCOMPARE(paneles(), QStringList({"Fila =                             Columna =  ", "\tNivel Digital = \t", ""}));
         Pulsar(v, QPoint(10, 20));
-        QCOMPARE(Panel(1), QStringLiteral("Fila =  20 \t Columna =  10"));
-        QCOMPARE(Panel(2), QStringLiteral("\tNivel Digital =  20010.25\t"));
-        QCOMPARE(Panel(3), QStringLiteral("Coord. UTM. X = 500300.0 ; Y = 3999400.0 "));
-        Pulsar(v, QPoint(60, 5));  // beside the image
-        QCOMPARE(Panel(1), QStringLiteral("Fila =  5 \t Columna =  60"));
-        QCOMPARE(Panel(2), QStringLiteral("No Existe Imagen En Estas Coordenadas."));
-        QCOMPARE(Panel(3), QString());
-
-        // Scrolled, in an image without UTM coordinates.
-        CBrimarView& w = Ventana(300, 400, "integer", {0, 1, 2, 3, 4, 5, 6}, QSize(200, 150));
+        QCOMPARE(paneles(), QStringList({"Fila =  20 \t Columna =  10", "\tNivel Digital =  20010.25\t",
+                                         "Coord. UTM. X = 500300.0 ; Y = 3999400.0 "}));
+        Pulsar(v, QPoint(100, 5));
+        QCOMPARE(paneles(), QStringList({"Fila =  5 \t Columna =  100", "No Existe Imagen En Estas Coordenadas.", ""}));
+        v.verticalScrollBar()->setValue(7);
+        Pulsar(v, QPoint(5, 5));
+        QCOMPARE(paneles(), QStringList({"Fila =  12 \t Columna =  5", "\tNivel Digital =  12005.25\t",
+                                         "Coord. UTM. X = 500150.0 ; Y = 3999640.0 "}));
+        CBrimarView& w = Ventana(2, 2, "integer", {7}, QSize(100, 100));
         Ejecutar({kPixel});
-        w.horizontalScrollBar()->setValue(30);
-        w.verticalScrollBar()->setValue(7);
-        Pulsar(w, QPoint(5, 5));
-        QCOMPARE(Panel(1), QStringLiteral("Fila =  12 \t Columna =  35"));
-        QCOMPARE(Panel(2), QString::asprintf("\tNivel Digital =  %.2f\t", double((12 * 400 + 35) % 7)));
-        QCOMPARE(Panel(3), QString());
-        // Closing the window empties the panes.
-        marco_->VentanaActiva()->close();
+        Pulsar(w, QPoint(1, 1));
+        QCOMPARE(paneles(), QStringList({"Fila =  1 \t Columna =  1", "\tNivel Digital =  7.00\t", ""}));
+        e_->marco.VentanaActiva()->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(Panel(1), QString());
-        QCOMPARE(Panel(2), QString());
-        QVERIFY(ui_->mensajes.empty());
+        QCOMPARE(paneles(), QStringList({"", "", ""}));
+        QVERIFY(e_->ui.mensajes.empty());
     }
 
     // An integer image spread between its minimum and maximum over the
@@ -227,13 +210,12 @@ private slots:
         QTemporaryDir otra;
         QDir(otra.path()).mkpath(QStringLiteral("Paletas"));
         Entorno::PonerPath(otra.path());
-        CMainFrame marco(ui_);
+        Escritorio e;
         Entorno::PonerPath(QString::fromStdString(entorno_.Carpeta()));
-        CChildFrame* c = marco.NuevaVentana();
-        QVERIFY(AbrirImagen(c->Documento(), EscribirImagen(entorno_.Ruta("sp1"), 3, 3, "byte", {1}), 0, {}, *ui_));
-        QCOMPARE(ui_->Ids(), std::vector<int>{61267});
-        QVERIFY(c->Vista().Indices().isNull());
-        QCOMPARE(c->Documento().Nombre(), QStringLiteral("sp1"));
+        CBrimarDoc& doc = e.Ventana(entorno_.Imagen("sp1", 3, 3, "byte", {1}));
+        QCOMPARE(e.ui.Ids(), std::vector<int>{61267});
+        QVERIFY(e.marco.VistaActiva()->Indices().isNull());
+        QCOMPARE(doc.Nombre(), QStringLiteral("sp1"));
     }
 
     // A 7000 x 7000 band: the far corner scrolled to, a 4 x 4 block of it
@@ -250,10 +232,10 @@ private slots:
             QVERIFY(!im.Guardar(stem, 1));
         }
         auto esperado = [](long f, long c) { return Gris(static_cast<int>((f + 3 * c) & 0xFF)); };
-        CChildFrame* c = marco_->NuevaVentana();
+        CChildFrame* c = e_->marco.NuevaVentana();
         c->resize(QSize(400, 300) + (c->size() - c->Vista().size()));
         CBrimarView& v = c->Vista();
-        QVERIFY(AbrirImagen(c->Documento(), stem + ".ozm", 2, {}, *ui_));
+        QVERIFY(AbrirImagen(c->Documento(), stem + ".ozm", 2, {}, e_->ui));
         v.horizontalScrollBar()->setValue(v.horizontalScrollBar()->maximum());
         v.verticalScrollBar()->setValue(v.verticalScrollBar()->maximum());
         const QRect o = v.Origen(), d = v.Destino();
@@ -270,7 +252,7 @@ private slots:
         QCOMPARE(QColor(dibujo.pixel(z.bottomRight() - QPoint(1, 1))), esperado(lado - 1, lado - 1));
         Ejecutar({kCompleta});
         QCOMPARE(QColor(v.viewport()->grab().toImage().pixel(0, 0)), esperado(0, 0));
-        QVERIFY(ui_->mensajes.empty());
+        QVERIFY(e_->ui.mensajes.empty());
     }
 };
 
