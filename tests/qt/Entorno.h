@@ -20,6 +20,8 @@
 #include "InterfazGuion.h"
 #include "app/CChildFrame.h"
 #include "app/CMainFrame.h"
+#include "app/TablaComandos.h"
+#include "doc/CBrimarView.h"
 #include "doc/CBrimarDoc.h"
 #include "doc/ComandosDocumento.h"
 #include "image/CImagen.h"
@@ -134,5 +136,20 @@ inline QString Texto(QDialog& d, const QString& nombre) {
     auto* e = d.findChild<QLineEdit*>(nombre);
     return e ? e->text() : QStringLiteral("<no existe>");
 }
+
+// Mouse events on a view sent as they stand (QTest would take the point
+// (0, 0) for the centre of the widget).
+inline void Raton(CBrimarView& v, QEvent::Type tipo, QPoint p, Qt::MouseButtons botones) {
+    QMouseEvent e(tipo, QPointF(p), v.viewport()->mapToGlobal(QPointF(p)),
+                  tipo == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, botones, Qt::NoModifier);
+    QCoreApplication::sendEvent(v.viewport(), &e);
+}
+inline void Arrastrar(CBrimarView& v, QPoint a, QPoint b) {
+    Raton(v, QEvent::MouseButtonPress, a, Qt::LeftButton);
+    Raton(v, QEvent::MouseMove, (a + b) / 2, Qt::LeftButton);
+    Raton(v, QEvent::MouseMove, b, Qt::LeftButton);
+    Raton(v, QEvent::MouseButtonRelease, b, Qt::NoButton);
+}
+inline void Pulsar(CBrimarView& v, QPoint p) { Arrastrar(v, p, p); }
 
 }  // namespace prueba

@@ -1,6 +1,7 @@
-// The menu bar built from the command table, the status bar, the start-up
-// check of the palette folder, the windows, and help: the pages shipped
-// beside the program and the one help window.
+// The main window: the menu bar built from the command table, what each
+// command answers where it cannot act, the status bar, the start-up check
+// of the palette folder, the windows, and help: the pages shipped beside
+// the program and the one help window.
 #include <QApplication>
 #include <QLabel>
 #include <QMdiArea>
@@ -17,6 +18,7 @@
 #include "dialogs/ComandosEspacio.h"
 
 using namespace prueba;
+using namespace cmd;
 
 namespace {
 
@@ -83,6 +85,65 @@ private slots:
             QVERIFY2(CMainFrame::Manejado(id), qPrintable(QString::number(id)));
         QCOMPARE(marco.Accion(32823)->text(), QStringLiteral("Clasificador de parelelepípedos"));
         QCOMPARE(marco.Accion(32824)->text(), QStringLiteral("Expansion del contraste"));
+    }
+
+    // The window a command needs, checked in its order: a window (61216),
+    // an image in it (61264), a name of its own (61272), not a colour
+    // composite (61265); then each command's own limits.
+    void comandosRechazados_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<int>("comando");
+        QTest::addColumn<int>("id");
+        auto fila = [](const char* ventana, int comando, int id) {
+            QTest::addRow("%s %d", ventana, comando) << ventana << comando << id;
+        };
+        for (int c : {kGuardar, kGuardarComo, kHistograma, kExportarBmp, kZoomAdelante, kZoomAtras, kPantallaCompleta,
+                      kPantallaNormal, kNivelDigital, kMostrarLeyenda})
+            fila("ninguna", c, 61216);
+        for (int c : {kGuardar, kGuardarComo, kHistograma, kInformacion, kZoomAtras, kPantallaCompleta, kPantallaNormal,
+                      kNivelDigital})
+            fila("vacia", c, 61264);
+        fila("vacia", kZoomAdelante, 61216);  // the zoom answers an empty window as a missing one
+        for (int c : {kGuardar, kGuardarComo, kHistograma, kExportarAscii, kNivelDigital}) fila("composicion", c, 61265);
+        fila("resultado", kGuardar, 61272);
+        fila("resultado", kGuardarComo, 0);
+        fila("resultado composicion", kGuardar, 61272);
+        fila("resultado composicion", kGuardarComo, 61265);
+        fila("TMP", kGuardar, 61272);  // a file of that name
+        fila("imagen", kMostrarLeyenda, 61241);  // no legend file beside it
+        fila("pantalla completa", kPantallaCompleta, 61288);
+        fila("pantalla completa", kZoomAdelante, 61273);
+        fila("un pixel", kZoomAdelante, 61263);
+        fila("18 zooms", kZoomAdelante, 61274);
+    }
+    void comandosRechazados() {
+        QFETCH(QString, ventana);
+        QFETCH(int, comando);
+        QFETCH(int, id);
+        Escritorio e;
+        e.marco.show();
+        if (ventana != QLatin1String("ninguna")) {
+            const std::string nombre = ventana == QLatin1String("TMP") ? "TMP" : "g";
+            CBrimarDoc& doc = e.Ventana(ventana == QLatin1String("vacia") ? "" : entorno_.Imagen(nombre, 310, 287, "byte", {1, 2}));
+            if (ventana.startsWith(QLatin1String("resultado"))) doc.PonerNombre(QStringLiteral("TMP"));
+            doc.Imagen().composicionColor = ventana.endsWith(QLatin1String("composicion"));
+            CBrimarView& v = *e.marco.VistaActiva();
+            if (ventana == QLatin1String("pantalla completa")) e.Ejecutar({kPantallaCompleta});
+            if (ventana == QLatin1String("un pixel")) {
+                e.Ejecutar({kZoomAdelante});
+                Pulsar(v, QPoint(30, 30));  // a click instead of a rectangle: one pixel
+            }
+            for (int i = 0; ventana == QLatin1String("18 zooms") && i < CBrimarView::kMaximoZooms; ++i) {
+                e.Ejecutar({kZoomAdelante});
+                Arrastrar(v, v.Destino().topLeft(), v.Destino().bottomRight());
+            }
+        }
+        QVERIFY(e.ui.mensajes.empty());
+        e.ui.ficherosGuardar = {std::nullopt};
+        e.Ejecutar({comando});
+        QCOMPARE(e.ui.Ids(), id ? std::vector<int>{id} : std::vector<int>{});
+        QVERIFY(!e.marco.VistaActiva() || !e.marco.VistaActiva()->ZoomArmado());
+        QVERIFY(e.ui.titulosDialogos.empty());
     }
 
     // Status-bar indicators; a folder without "Paletas" is reported at

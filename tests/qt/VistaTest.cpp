@@ -3,27 +3,11 @@
 #include <QScrollBar>
 
 #include "Entorno.h"
-#include "doc/CBrimarView.h"
 
 using namespace prueba;
+using namespace cmd;
 
 namespace {
-
-enum Comando { kZoom = 32839, kZoomAtras = 32842, kCompleta = 32847, kNormal = 32848, kPixel = 32778 };
-
-// Mouse events sent as they stand (QTest would take (0, 0) for the centre).
-void Raton(CBrimarView& v, QEvent::Type tipo, QPoint p, Qt::MouseButtons botones) {
-    QMouseEvent e(tipo, QPointF(p), v.viewport()->mapToGlobal(QPointF(p)),
-                  tipo == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, botones, Qt::NoModifier);
-    QCoreApplication::sendEvent(v.viewport(), &e);
-}
-void Arrastrar(CBrimarView& v, QPoint a, QPoint b) {
-    Raton(v, QEvent::MouseButtonPress, a, Qt::LeftButton);
-    Raton(v, QEvent::MouseMove, (a + b) / 2, Qt::LeftButton);
-    Raton(v, QEvent::MouseMove, b, Qt::LeftButton);
-    Raton(v, QEvent::MouseButtonRelease, b, Qt::NoButton);
-}
-void Pulsar(CBrimarView& v, QPoint p) { Arrastrar(v, p, p); }
 
 // Samples f * 1000 + c + 0.25: each one tells its row and column.
 std::vector<double> Posiciones(long filas, long columnas) {
@@ -60,55 +44,12 @@ private slots:
     }
     void cleanup() { e_.reset(); }
 
-    // What each view command answers where it cannot act.
-    void comandosRechazados_data() {
-        QTest::addColumn<QString>("estado");
-        QTest::addColumn<int>("comando");
-        QTest::addColumn<int>("id");
-        for (int c : {kZoom, kZoomAtras, kCompleta, kNormal, kPixel}) {
-            QTest::addRow("sin ventana %d", c) << "sin ventana" << c << 61216;
-            QTest::addRow("vacia %d", c) << "vacia" << c << (c == kZoom ? 61216 : 61264);  // zoom: as with no window
-        }
-        QTest::newRow("composicion") << "composicion" << int(kPixel) << 61265;
-        QTest::newRow("ya completa") << "completa" << int(kCompleta) << 61288;
-        QTest::newRow("zoom en completa") << "completa" << int(kZoom) << 61273;
-        QTest::newRow("zoom de un pixel") << "un pixel" << int(kZoom) << 61263;
-        QTest::newRow("zoom 19") << "18 zooms" << int(kZoom) << 61274;
-    }
-    void comandosRechazados() {
-        QFETCH(QString, estado);
-        QFETCH(int, comando);
-        QFETCH(int, id);
-        CBrimarView* v = nullptr;
-        if (estado == QLatin1String("vacia")) e_->marco.NuevaVentana();
-        if (estado != QLatin1String("vacia") && estado != QLatin1String("sin ventana")) {
-            v = &Ventana(310, 287, "byte", {1, 2}, QSize(500, 450));
-            v->Documento().Imagen().composicionColor = estado == QLatin1String("composicion");
-            if (estado == QLatin1String("completa")) Ejecutar({kCompleta});
-            if (estado == QLatin1String("un pixel")) {
-                Ejecutar({kZoom});
-                Pulsar(*v, QPoint(30, 30));  // a click instead of a rectangle: one pixel
-                QCOMPARE(v->Origen().size(), QSize(1, 1));
-            }
-            for (int i = 0; estado == QLatin1String("18 zooms") && i < CBrimarView::kMaximoZooms; ++i) {
-                Ejecutar({kZoom});
-                Arrastrar(*v, v->Destino().topLeft(), v->Destino().bottomRight());
-                QCOMPARE(v->NivelZoom(), i + 1);
-            }
-        }
-        QVERIFY(e_->ui.mensajes.empty());
-        const int nivel = v ? v->NivelZoom() : 0;
-        Ejecutar({comando});
-        QCOMPARE(e_->ui.Ids(), std::vector<int>{id});
-        QVERIFY(!v || (!v->ZoomArmado() && v->NivelZoom() == nivel));
-    }
-
     // The dragged rectangle (here up and to the left) fills the window
     // keeping its proportions; what is clicked is what is shown. Pressed
     // twice, the armed zoom is cancelled; zooming out walks back down.
     void zoomDelRectanguloArrastrado() {
         CBrimarView& v = Ventana(310, 287, "real", Posiciones(310, 287), QSize(500, 450));
-        Ejecutar({kZoom});
+        Ejecutar({kZoomAdelante});
         Arrastrar(v, QPoint(109, 69), QPoint(10, 20));
         QCOMPARE(v.NivelZoom(), 1);
         QCOMPARE(v.Origen(), QRect(10, 20, 100, 50));
@@ -116,10 +57,10 @@ private slots:
         const QRect d = v.Destino();
         QVERIFY(d.width() == v.viewport()->width() || d.height() == v.viewport()->height());
         QVERIFY(qAbs(d.width() * 50 - d.height() * 100) <= 100);
-        Ejecutar({kPixel});
+        Ejecutar({kNivelDigital});
         Pulsar(v, d.bottomRight());
         QCOMPARE(Panel(1), QStringLiteral("Fila =  69 \t Columna =  109"));
-        Ejecutar({kZoom, kZoom});
+        Ejecutar({kZoomAdelante, kZoomAdelante});
         QVERIFY(!v.ZoomArmado());
         QCOMPARE(v.NivelZoom(), 1);
         Ejecutar({kZoomAtras, kZoomAtras});
@@ -134,9 +75,9 @@ private slots:
     // screen: one screen pixel per sample.
     void pantallaCompletaYNormal() {
         CBrimarView& v = Ventana(310, 287, "byte", {1, 2}, QSize(600, 250));
-        Ejecutar({kZoom});
+        Ejecutar({kZoomAdelante});
         Arrastrar(v, QPoint(0, 0), QPoint(50, 50));
-        Ejecutar({kCompleta});
+        Ejecutar({kPantallaCompleta});
         QVERIFY(v.EnPantallaCompleta());
         QCOMPARE(v.NivelZoom(), 0);
         QCOMPARE(v.Origen(), QRect(0, 0, 287, 310));
@@ -146,7 +87,7 @@ private slots:
         const QSize c2 = v.viewport()->size();
         QVERIFY(c2.width() < c2.height());
         QCOMPARE(v.Destino(), QRect(0, 0, c2.width(), static_cast<int>(310.0 / 287.0 * c2.width())));
-        Ejecutar({kNormal});
+        Ejecutar({kPantallaNormal});
         QVERIFY(!v.EnPantallaCompleta());
         QCOMPARE(v.Destino(), QRect(QPoint(0, 0), v.Origen().size()));
         QCOMPARE(v.horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
@@ -160,7 +101,7 @@ private slots:
         const orvela::Georreferencia geo{500000.0f, 3991000.0f, 501800.0f, 4000000.0f, -1.0f, 30.0f, 1.0f};
         CBrimarView& v = Ventana(300, 60, "real", Posiciones(300, 60), QSize(200, 150), "UTM-30N", geo);
         auto paneles = [&] { return QStringList({Panel(1), Panel(2), Panel(3)}); };
-        Ejecutar({kPixel});
+        Ejecutar({kNivelDigital});
         QVERIFY(v.EnConsulta());
         QCOMPARE(paneles(), QStringList({"Fila =                             Columna =  ", "\tNivel Digital = \t", ""}));
         Pulsar(v, QPoint(10, 20));
@@ -173,7 +114,7 @@ private slots:
         QCOMPARE(paneles(), QStringList({"Fila =  12 \t Columna =  5", "\tNivel Digital =  12005.25\t",
                                          "Coord. UTM. X = 500150.0 ; Y = 3999640.0 "}));
         CBrimarView& w = Ventana(2, 2, "integer", {7}, QSize(100, 100));
-        Ejecutar({kPixel});
+        Ejecutar({kNivelDigital});
         Pulsar(w, QPoint(1, 1));
         QCOMPARE(paneles(), QStringList({"Fila =  1 \t Columna =  1", "\tNivel Digital =  7.00\t", ""}));
         e_->marco.VentanaActiva()->close();
@@ -197,7 +138,7 @@ private slots:
         QCOMPARE(QColor(dibujo.pixel(2, 0)), Gris(128));
         QCOMPARE(QColor(dibujo.pixel(50, 50)), QColor(Qt::white));  // beyond the image
 
-        Ejecutar({kZoom});
+        Ejecutar({kZoomAdelante});
         orvela::CImagen otra;
         QVERIFY(!otra.Iniciar("", "", "otra", 4, 5, "byte", 77, 2, "unknown", "m", {}));
         v.Documento().PonerImagen(std::move(otra));
@@ -243,14 +184,14 @@ private slots:
         QImage dibujo = v.viewport()->grab().toImage();
         QCOMPARE(QColor(dibujo.pixel(d.bottomRight())), esperado(lado - 1, lado - 1));
         QCOMPARE(QColor(dibujo.pixel(7, 11)), esperado(o.y() + 11, o.x() + 7));
-        Ejecutar({kZoom});
+        Ejecutar({kZoomAdelante});
         Arrastrar(v, d.bottomRight() - QPoint(3, 3), d.bottomRight());
         QCOMPARE(v.Origen(), QRect(lado - 4, lado - 4, 4, 4));
         dibujo = v.viewport()->grab().toImage();
         const QRect z = v.Destino();
         QCOMPARE(QColor(dibujo.pixel(z.topLeft() + QPoint(1, 1))), esperado(lado - 4, lado - 4));
         QCOMPARE(QColor(dibujo.pixel(z.bottomRight() - QPoint(1, 1))), esperado(lado - 1, lado - 1));
-        Ejecutar({kCompleta});
+        Ejecutar({kPantallaCompleta});
         QCOMPARE(QColor(v.viewport()->grab().toImage().pixel(0, 0)), esperado(0, 0));
         QVERIFY(e_->ui.mensajes.empty());
     }
