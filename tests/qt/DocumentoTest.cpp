@@ -5,7 +5,6 @@
 
 using namespace prueba;
 using orvela::Mensaje;
-using orvela::QuitarExtensionGuardar;
 using orvela::TituloFichero;
 
 namespace {
@@ -50,14 +49,12 @@ private slots:
         QCOMPARE(doc.Nombre(), QStringLiteral("g1"));
         QCOMPARE(doc.Imagen().rutaRaster, propia);
 
-        for (const char* elegido : {"gc2.ozm", "gc3", "gc4.tiff"}) {
+        for (auto [elegido, stem] : {std::pair{"gc2.ozm", "gc2"}, {"gc3", "gc3"}, {"gc4.tiff", "gc4."}}) {
             ui.ficherosGuardar = {entorno_.Ruta(elegido)};
             marco.EjecutarComando(32841);
-            const std::string stem = QuitarExtensionGuardar(entorno_.Ruta(elegido));
-            QVERIFY2(Existe(stem + ".ozm") && Existe(stem + ".inf"), elegido);
-            QCOMPARE(doc.Imagen().rutaRaster, stem + ".ozm");
+            QVERIFY2(Existe(entorno_.Ruta(stem) + ".ozm") && Existe(entorno_.Ruta(stem) + ".inf"), elegido);
+            QCOMPARE(doc.Imagen().rutaRaster, entorno_.Ruta(stem) + ".ozm");
         }
-        QVERIFY(Existe(entorno_.Ruta("gc3.ozm")) && Existe(entorno_.Ruta("gc4..ozm")));
         QCOMPARE(doc.Nombre(), QStringLiteral("gc4"));
         QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("gc4"));
         // "Guardar" now writes to the new pair.
