@@ -57,23 +57,23 @@ private slots:
                                       "Clasificaciones", "Herramientas", "Ayuda"}));
         std::set<int> ids;
         std::size_t conMenu = 0;
-        for (const EntradaComando& e : TablaComandos()) {
-            QVERIFY2(ids.insert(e.id).second, e.texto);
-            QAction* a = marco.Accion(e.id);
-            QVERIFY2(a, e.texto);
-            QCOMPARE(a->text(), QString::fromUtf8(e.texto));
-            QCOMPARE(a->shortcut(), QKeySequence(QString::fromLatin1(e.atajo)));
-            QCOMPARE(a->isEnabled(), CMainFrame::Manejado(e.id));
-            if (e.menus.empty()) continue;
+        for (const EntradaComando& c : TablaComandos()) {
+            QVERIFY2(ids.insert(c.id).second, c.texto);
+            QAction* a = marco.Accion(c.id);
+            QVERIFY2(a, c.texto);
+            QCOMPARE(a->text(), QString::fromUtf8(c.texto));
+            QCOMPARE(a->shortcut(), QKeySequence(QString::fromLatin1(c.atajo)));
+            QCOMPARE(a->isEnabled(), CMainFrame::Manejado(c.id));
+            if (c.menus.empty()) continue;
             ++conMenu;
             QWidget* menu = marco.menuBar();
-            for (const char* m : e.menus) {
+            for (const char* m : c.menus) {
                 auto acciones = menu->actions();
                 auto it = std::ranges::find_if(acciones, [&](QAction* x) { return x->menu() && x->text() == QString::fromUtf8(m); });
                 QVERIFY2(it != acciones.end(), m);
                 menu = (*it)->menu();
             }
-            QVERIFY2(menu->actions().contains(a), e.texto);
+            QVERIFY2(menu->actions().contains(a), c.texto);
         }
         QCOMPARE(Acciones(marco.menuBar()).size(), conMenu);
         // The legend has no menu entry: its shortcut works from the main window.
