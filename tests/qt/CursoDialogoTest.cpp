@@ -175,10 +175,9 @@ private slots:
         QCOMPARE(doc.Imagen().tipoDato, static_cast<int>(kInteger));
     }
 
-    // Input and output the window: replaced in place, no AVISO, palette kept.
+    // Input and output the window: replaced in place, no AVISO.
     void salidaAVentanaReemplazaLaImagen() {
         CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("b4", 1, 3, "byte", {5, 6, 7}));
-        doc.Imagen().indicePaleta = 1;
         e_->ui.dialogos = {Pulsando({NombreCampo(Clave::TipoDestino, 3)}), [](QDialog&) { return false; }};
         Ejecutar(Convertir());
         QVERIFY(e_->ui.mensajes.empty());
@@ -186,12 +185,11 @@ private slots:
         QCOMPARE(doc.Imagen().tipoDato, static_cast<int>(kDouble));
         QCOMPARE(doc.Imagen().titulo, std::string("b4_Convertida_De_Tipo_De_Dato"));
         QCOMPARE(doc.Nombre(), QStringLiteral("TMP"));
-        QCOMPARE(doc.Imagen().indicePaleta, 1u);
         QCOMPARE(ValoresDe(doc.Imagen()), (std::vector<double>{5, 6, 7}));
     }
 
     // A file's result about to replace the window's image: the AVISO first;
-    // cancelled, the operation is abandoned.
+    // cancelled, the operation is abandoned; else the window keeps its palette.
     void avisoAntesDeReemplazar() {
         for (bool sigue : {false, true}) {
             CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("vista", 1, 1, "byte", {1}));
@@ -204,6 +202,7 @@ private slots:
             QCOMPARE(e_->ui.titulosDialogos[1], QStringLiteral("AVISO DE Brimar"));
             QCOMPARE(doc.Nombre(), sigue ? QStringLiteral("TMP") : QStringLiteral("vista"));
             QCOMPARE(doc.Imagen().tipoDato, static_cast<int>(sigue ? kInteger : kByte));
+            QCOMPARE(doc.Imagen().indicePaleta, 2u);
         }
         QVERIFY(e_->ui.mensajes.empty());
     }
