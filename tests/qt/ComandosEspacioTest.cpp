@@ -66,6 +66,8 @@ private slots:
         QVERIFY(h && !h->isModal() && h->isVisible());  // a window of its own, not blocking the others
         QVERIFY(h->windowTitle().contains(tipo));
         QCOMPARE(Clases(h->Datos()), clases);
+        const auto [minimo, maximo] = std::ranges::minmax(valores);
+        QCOMPARE(h->Datos().anchoClase, tipo == QLatin1String("byte") ? 1.0 : (maximo - minimo) / 256);
         h->close();  // deleted on close
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!VentanaHistograma());
@@ -111,7 +113,7 @@ private slots:
 
     // Without a name 61220 and the dialog stays; so it does where the file
     // cannot be written (61260) and with levels that the checks refuse;
-    // accepted, the palette is written with ".pal" added.
+    // accepted, the palette is written, ".pal" added to a bare name.
     void crearPaleta() {
         auto niveles = [](std::initializer_list<std::pair<int, int>> puestos) {
             std::array<int, 16> n;
@@ -146,6 +148,17 @@ private slots:
         QCOMPARE(aceptados, (std::vector<bool>{false, false, false, false, false, true}));
         QCOMPARE(nombre, QStringLiteral("creada"));
         QCOMPARE(LeerFichero(entorno_.Ruta("creada.pal")), orvela::TextoPaletaCreada(buenos));
+
+        // A name with an extension keeps it; what was there is replaced.
+        std::ofstream(entorno_.Ruta("vieja.txt")) << "vieja";
+        e_->ui.ficherosGuardar = {entorno_.Ruta("vieja.txt")};
+        e_->ui.dialogos.push_back([&](QDialog& d) {
+            Pulsar(d, "guardarComo");
+            poner(d, buenos);
+            return Aceptar(d);
+        });
+        Ejecutar(cmd::kCrearPaleta);
+        QCOMPARE(LeerFichero(entorno_.Ruta("vieja.txt")), orvela::TextoPaletaCreada(buenos));
     }
 
     // Class i at (10, 10 + 25 i) for the first nine, the tenth heading the

@@ -187,7 +187,8 @@ private slots:
 
     // Every page readable UTF-8 with a title and links that lead somewhere;
     // the workspace's pages and every declared operation's page are there,
-    // and each operation's dialog is built.
+    // and each operation's dialog is built with the controls a user (and
+    // the scripts of these tests) reach by name.
     void paginasDeAyuda() {
         const QDir dir(CAyudaDlg::CarpetaPorDefecto());
         const QStringList paginas = dir.entryList({QStringLiteral("*.html")}, QDir::Files);
@@ -211,6 +212,13 @@ private slots:
             InterfazGuion ui;
             COperacionDlg dlg(*d, ui);
             QCOMPARE(dlg.windowTitle(), QString::fromUtf8(d->titulo));
+            QStringList nombres = {"aceptar", "cancelar", "ayuda"};
+            for (std::size_t i = 0; i < d->entradas.size(); ++i) nombres << QStringLiteral("entrada%1_seleccionar").arg(i);
+            for (const orvela::Campo& c : d->campos)
+                if (!c.subdialogo && c.tipo != orvela::TipoCampo::ListaReales)
+                    nombres << QStringLiteral("campo_%1").arg(static_cast<int>(c.clave)) + (c.tipo == orvela::TipoCampo::Eleccion ? "_0" : "");
+            if (d->conSalida) nombres << QStringLiteral("salida_guardar");
+            for (const QString& n : nombres) QVERIFY2(dlg.findChild<QWidget*>(n), qPrintable(QString::fromUtf8(d->orden) + ": " + n));
         }
     }
 
