@@ -1,41 +1,26 @@
 // Workspace commands: the histogram (its classes for every data type, its
-// window), the image information, and the exports with their checks.
+// window), the image information, the exports, "Crear paleta" and the
+// legend window of a classified image.
 #include <QApplication>
-#include <QFile>
 #include <QLabel>
-#include <QTemporaryDir>
-#include <QtTest>
-#include <cmath>
+#include <QSpinBox>
 
-#include "EspacioPrueba.h"
-#include "InterfazGuion.h"
+#include "Entorno.h"
 #include "dialogs/CHistogramaDlg.h"
-#include "dialogs/ComandosEspacio.h"
+#include "image/Leyenda.h"
 #include "image/Paleta.h"
-#include "tools/Exportar.h"
 
-using namespace orvela;
+using namespace prueba;
 
 namespace {
 
-CImagen Imagen(const std::string& tipo, int filas, int columnas, const std::vector<double>& valores) {
-    CImagen im;
-    im.Iniciar("", "", "h", static_cast<uint32_t>(filas), static_cast<uint32_t>(columnas), tipo, 0, 0, "unknown", "m", {});
-    ConTipo(im.tipoDato, [&]<class T>(Muestra<T>) {
-        auto d = im.pixeles.Como<T>();
-        for (std::size_t k = 0; k < d.size(); ++k) d[k] = Almacenar<T>(valores[k]);
-    });
-    return im;
-}
-
-std::vector<std::pair<int, std::uint64_t>> NoVacias(const Histograma& h) {
-    std::vector<std::pair<int, std::uint64_t>> r;
+// Non-empty classes as "class:count ...".
+QString Clases(const Histograma& h) {
+    QStringList r;
     for (int k = 0; k < 256; ++k)
-        if (h.cuentas[k]) r.emplace_back(k, h.cuentas[k]);
-    return r;
+        if (h.cuentas[k]) r << QStringLiteral("%1:%2").arg(k).arg(h.cuentas[k]);
+    return r.join(' ');
 }
-
-using Cuentas = std::vector<std::pair<int, std::uint64_t>>;
 
 CHistogramaDlg* VentanaHistograma() {
     for (QWidget* w : QApplication::topLevelWidgets())
@@ -43,160 +28,174 @@ CHistogramaDlg* VentanaHistograma() {
     return nullptr;
 }
 
-QString Etiqueta(QDialog& d, const char* nombre) {
-    auto* l = d.findChild<QLabel*>(QStringLiteral("valor_") + QLatin1String(nombre));
-    return l ? l->text() : QStringLiteral("<no existe>");
-}
-
 }  // namespace
 
 class ComandosEspacioTest : public QObject {
     Q_OBJECT
+    Entorno entorno_;
+    std::unique_ptr<Escritorio> e_;
 
-    QTemporaryDir dir_;
-    std::string Ruta(const char* n) const { return (dir_.path() + QLatin1Char('/') + QLatin1String(n)).toStdString(); }
+    CBrimarDoc& Ventana(const std::string& nombre, long filas, long columnas, const char* tipo,
+                        const std::vector<double>& valores) {
+        return e_->Ventana(entorno_.Imagen(nombre, filas, columnas, tipo, valores));
+    }
+    void Ejecutar(int id) { e_->marco.EjecutarComando(id); }
 
 private slots:
-    void histogramaPorTipoDeDato() {
-        // Byte: one class per level; population standard deviation.
-        Histograma b = CalcularHistograma(Imagen("byte", 2, 2, {0, 0, 5, 255}));
-        QCOMPARE(NoVacias(b), (Cuentas{{0, 2}, {5, 1}, {255, 1}}));
-        QCOMPARE(b.pixeles, std::uint64_t{4});
-        QCOMPARE(b.media, 65.0);
-        QCOMPARE(b.desviacion, std::sqrt(12037.5));
-        QVERIFY(b.porNiveles);
+    void init() { e_ = std::make_unique<Escritorio>(); }
+    void cleanup() { e_.reset(); }
 
-        // Integer spread between minimum and maximum: the maximum in the last
-        // class, read unsigned.
-        Histograma i = CalcularHistograma(Imagen("integer", 1, 4, {0, 65535, 65535, 32768}));
-        QCOMPARE(NoVacias(i), (Cuentas{{0, 1}, {128, 1}, {255, 2}}));
-        QCOMPARE(i.anchoClase, 65535.0 / 256.0);
-        QVERIFY(!i.porNiveles);
-
-        // Negative doubles: classes start at the minimum.
-        Histograma d = CalcularHistograma(Imagen("double", 1, 3, {-1, 0, 1}));
-        QCOMPARE(NoVacias(d), (Cuentas{{0, 1}, {128, 1}, {255, 1}}));
-        QCOMPARE(d.LimiteInferior(128), 0.0);
-
-        // A constant image falls whole in class 0.
-        Histograma c = CalcularHistograma(Imagen("real", 1, 3, {2.5, 2.5, 2.5}));
-        QCOMPARE(NoVacias(c), (Cuentas{{0, 3}}));
-        QCOMPARE(c.media, 2.5);
-        QCOMPARE(c.desviacion, 0.0);
+    // Byte images by level; the other types over 256 classes between their
+    // minimum and maximum, the maximum in the last, a constant all in 0.
+    void histogramaPorTipoDeDato_data() {
+        QTest::addColumn<QString>("tipo");
+        QTest::addColumn<QList<double>>("valores");
+        QTest::addColumn<QString>("clases");
+        QTest::newRow("byte") << "byte" << QList<double>{0, 0, 5, 255} << "0:2 5:1 255:1";
+        QTest::newRow("integer") << "integer" << QList<double>{0, 65535, 65535, 32768} << "0:1 128:1 255:2";
+        QTest::newRow("double negativo") << "double" << QList<double>{-1, 0, 1} << "0:1 128:1 255:1";
+        QTest::newRow("real constante") << "real" << QList<double>{2.5, 2.5, 2.5} << "0:3";
     }
-
-    void ordenHistograma() {
-        EspacioPrueba espacio;
-        InterfazGuion ui;
-        ComandoHistograma(espacio, ui, nullptr);
-        CBrimarDoc* doc = espacio.NuevaVentana();
-        ComandoHistograma(espacio, ui, nullptr);
-        AbrirEnVentana(*doc, EscribirImagen(Ruta("hist"), "hist", "byte", 1, 3, {7, 7, 9}));
-        doc->Imagen().composicionColor = true;
-        ComandoHistograma(espacio, ui, nullptr);
-        QCOMPARE(ui.Ids(), (std::vector<int>{msg::kNoHayVentanaActiva, msg::kSinImagen, msg::kComposicionColor}));
-        QVERIFY(!VentanaHistograma());
-
-        doc->Imagen().composicionColor = false;
-        ComandoHistograma(espacio, ui, nullptr);
+    void histogramaPorTipoDeDato() {
+        QFETCH(QString, tipo);
+        QFETCH(QList<double>, valores);
+        QFETCH(QString, clases);
+        Ventana(tipo.toStdString(), 1, valores.size(), qPrintable(tipo), {valores.begin(), valores.end()});
+        Ejecutar(cmd::kHistograma);
         CHistogramaDlg* h = VentanaHistograma();
-        QVERIFY(h);
-        QVERIFY(!h->isModal());
-        QVERIFY(h->isVisible());
-        QVERIFY(h->windowTitle().contains(QStringLiteral("hist")));
-        QCOMPARE(NoVacias(h->Datos()), (Cuentas{{7, 2}, {9, 1}}));
-        QCOMPARE(ui.esperas, 0);
+        QVERIFY(h && !h->isModal() && h->isVisible());  // a window of its own, not blocking the others
+        QVERIFY(h->windowTitle().contains(tipo));
+        QCOMPARE(Clases(h->Datos()), clases);
+        const auto [minimo, maximo] = std::ranges::minmax(valores);
+        QCOMPARE(h->Datos().anchoClase, tipo == QLatin1String("byte") ? 1.0 : (maximo - minimo) / 256);
         h->close();  // deleted on close
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!VentanaHistograma());
     }
 
     void informacionDeLaCabecera() {
-        EspacioPrueba espacio;
-        CBrimarDoc* doc = espacio.NuevaVentana();
-        CImagen im;
-        QVERIFY(!im.Iniciar(Ruta("geo.ozm"), "", "geo", 2, 3, "integer", 40, 0, "UTM-30N", "m",
-                            Georreferencia{100, 200, 160, 220, SinDato, 30, 1}));
+        orvela::CImagen im;
+        const std::string stem = entorno_.Ruta("geo");
+        QVERIFY(!im.Iniciar(stem + ".ozm", "", "geo", 2, 3, "integer", 40, 0, "UTM-30N", "m",
+                            orvela::Georreferencia{100, 200, 160, 220, orvela::SinDato, 30, 1}));
         im.pixeles.Como<uint16_t>()[4] = 65535;
-        QVERIFY(!im.Guardar(Ruta("geo"), 1));
-        QVERIFY(AbrirEnVentana(*doc, Ruta("geo.ozm")));
-        InterfazGuion ui;
-        QMap<QString, QString> visto;
-        ui.dialogos.push_back([&](QDialog& d) {
+        QVERIFY(!im.Guardar(stem, 1));
+        e_->Ventana(stem + ".ozm");
+        QStringList vistos;
+        e_->ui.dialogos.push_back([&](QDialog& d) {
             for (const char* n : {"titulo", "tipo", "filas", "columnas", "sistema", "x_minima", "y_maxima",
-                                  "error_posicion", "resolucion", "minimo", "maximo"})
-                visto[QLatin1String(n)] = Etiqueta(d, n);
+                                  "error_posicion", "resolucion", "minimo", "maximo"}) {
+                auto* l = d.findChild<QLabel*>(QStringLiteral("valor_") + QLatin1String(n));
+                vistos << (l ? l->text() : QStringLiteral("<no existe>"));
+            }
             return true;
         });
-        ComandoInformacion(espacio, ui, nullptr);
-        QCOMPARE(ui.titulosDialogos, (std::vector<QString>{QStringLiteral("Información de la imagen")}));
-        QCOMPARE(visto[QStringLiteral("titulo")], QStringLiteral("geo"));
-        QCOMPARE(visto[QStringLiteral("tipo")], QStringLiteral("integer"));
-        QCOMPARE(visto[QStringLiteral("filas")], QStringLiteral("2"));
-        QCOMPARE(visto[QStringLiteral("columnas")], QStringLiteral("3"));
-        QCOMPARE(visto[QStringLiteral("sistema")], QStringLiteral("UTM-30N"));
-        QCOMPARE(visto[QStringLiteral("x_minima")], QStringLiteral("100"));
-        QCOMPARE(visto[QStringLiteral("y_maxima")], QStringLiteral("220"));
-        QCOMPARE(visto[QStringLiteral("error_posicion")], QStringLiteral("desconocido"));
-        QCOMPARE(visto[QStringLiteral("resolucion")], QStringLiteral("30"));
-        QCOMPARE(visto[QStringLiteral("minimo")], QStringLiteral("40"));
-        QCOMPARE(visto[QStringLiteral("maximo")], QStringLiteral("65535"));
-
-        EspacioPrueba vacio;
-        vacio.NuevaVentana();
-        ComandoInformacion(vacio, ui, nullptr);
-        QCOMPARE(ui.Ids(), (std::vector<int>{msg::kSinImagen}));
+        Ejecutar(cmd::kInformacion);
+        QCOMPARE(e_->ui.titulosDialogos, (std::vector<QString>{QStringLiteral("Información de la imagen")}));
+        QCOMPARE(vistos, QStringLiteral("geo integer 2 3 UTM-30N 100 220 desconocido 30 40 65535").split(' '));
     }
 
-    // Composites go only to a picture; a cancelled chooser does nothing;
-    // a name without extension gets the format's.
-    void exportarAAscii() {
-        EspacioPrueba espacio;
-        CBrimarDoc* doc = espacio.NuevaVentana();
-        AbrirEnVentana(*doc, EscribirImagen(Ruta("asc"), "asc", "byte", 2, 2, {1, 2, 3, 4}));
-        InterfazGuion ui;
-        ui.ficherosGuardar = {std::nullopt};
-        ComandoExportarAscii(espacio, ui);
-        QVERIFY(ui.mensajes.empty());
-        doc->Imagen().composicionColor = true;
-        ComandoExportarAscii(espacio, ui);
-        QCOMPARE(ui.Ids(), (std::vector<int>{msg::kComposicionColor}));
-        doc->Imagen().composicionColor = false;
-
-        if (ExportarAscii(doc->Imagen(), Ruta("prueba.txt")) || !QFile::exists(QString::fromStdString(Ruta("prueba.txt"))))
-            QSKIP("la exportación a texto todavía no escribe ficheros");
-        ui = InterfazGuion{};
-        ui.ficherosGuardar = {Ruta("muestras")};
-        ComandoExportarAscii(espacio, ui);
-        QVERIFY(ui.mensajes.empty());
-        QFile f(QString::fromStdString(Ruta("muestras.txt")));
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QCOMPARE(f.readAll(), QByteArray("1 2\n3 4\n"));
-        QCOMPARE(ui.esperas, 0);
+    // The format's extension added to a bare name, a cancelled chooser
+    // doing nothing; a composite exported as a picture.
+    void exportar() {
+        CBrimarDoc& doc = Ventana("asc", 2, 2, "byte", {1, 2, 3, 4});
+        e_->ui.ficherosGuardar = {std::nullopt, entorno_.Ruta("muestras"), entorno_.Ruta("dibujo"),
+                                  entorno_.Ruta("no-existe/dibujo.bmp")};
+        Ejecutar(cmd::kExportarAscii);
+        Ejecutar(cmd::kExportarAscii);
+        doc.Imagen().composicionColor = true;
+        Ejecutar(cmd::kExportarBmp);
+        Ejecutar(cmd::kExportarBmp);
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61262}));
+        QCOMPARE(LeerFichero(entorno_.Ruta("muestras.txt")), std::string("1 2\n3 4\n"));
+        QCOMPARE(LeerFichero(entorno_.Ruta("dibujo.bmp")).substr(0, 2), std::string("BM"));
     }
 
-    void exportarABmp() {
-        EspacioPrueba espacio;
-        espacio.carpeta = ORVELA_BIN;
-        InterfazGuion ui;
-        ComandoExportarBmp(espacio, ui);
-        QCOMPARE(ui.Ids(), (std::vector<int>{msg::kNoHayVentanaActiva}));
+    // Without a name 61220 and the dialog stays; so it does where the file
+    // cannot be written (61260) and with levels that the checks refuse;
+    // accepted, the palette is written, ".pal" added to a bare name.
+    void crearPaleta() {
+        auto niveles = [](std::initializer_list<std::pair<int, int>> puestos) {
+            std::array<int, 16> n;
+            n.fill(-1);
+            for (auto [color, nivel] : puestos) n[color] = nivel;
+            return n;
+        };
+        auto poner = [](QDialog& d, std::array<int, 16> n) {
+            for (int i = 0; i < 16; ++i) d.findChild<QSpinBox*>(QStringLiteral("nivel%1").arg(i))->setValue(n[i]);
+        };
+        const auto buenos = niveles({{3, 10}, {7, 256}});
+        QString nombre;
+        std::vector<bool> aceptados;
+        e_->ui.ficherosGuardar = {entorno_.Ruta("no/existe/p.pal"), entorno_.Ruta("creada")};
+        e_->ui.dialogos.push_back([&](QDialog& d) {
+            aceptados.push_back(Aceptar(d));
+            Pulsar(d, "guardarComo");
+            for (const auto& n : {buenos, niveles({{0, 256}}), niveles({{0, 256}, {1, 256}}), niveles({{2, 5}}), buenos}) {
+                if (aceptados.size() == 2) {
+                    Pulsar(d, "guardarComo");
+                    nombre = Texto(d, "nombre");
+                }
+                poner(d, n);
+                aceptados.push_back(Aceptar(d));
+            }
+            return aceptados.back();
+        });
+        Ejecutar(cmd::kCrearPaleta);
+        QCOMPARE(e_->ui.titulosDialogos, std::vector<QString>{QStringLiteral("Crear paleta")});
+        QCOMPARE(e_->ui.mensajes[0], orvela::Mensaje::Tabla(61220, "ningun archivo (*.pal)", "un archivo"));
+        QCOMPARE(e_->ui.Ids(), (std::vector<int>{61220, 61260, 61236, 61235, 61237}));
+        QCOMPARE(aceptados, (std::vector<bool>{false, false, false, false, false, true}));
+        QCOMPARE(nombre, QStringLiteral("creada"));
+        QCOMPARE(LeerFichero(entorno_.Ruta("creada.pal")), orvela::TextoPaletaCreada(buenos));
 
-        CBrimarDoc* doc = espacio.NuevaVentana();
-        AbrirEnVentana(*doc, EscribirImagen(Ruta("bmp"), "bmp", "byte", 2, 2, {0, 64, 128, 255}));
-        doc->Imagen().indicePaleta = 2;
-        Paleta p;
-        if (CargarPaleta(2, espacio.carpeta, "", p) < 0) QSKIP("las paletas todavía no se cargan");
-        doc->Imagen().composicionColor = true;  // a composite may be exported as a picture
-        ui = InterfazGuion{};
-        ui.ficherosGuardar = {Ruta("dibujo"), Ruta("no-existe/dibujo.bmp")};
-        ComandoExportarBmp(espacio, ui);
-        ComandoExportarBmp(espacio, ui);
-        QCOMPARE(ui.Ids(), (std::vector<int>{msg::kNoCreadoBmp}));
-        QFile f(QString::fromStdString(Ruta("dibujo.bmp")));
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QVERIFY(f.read(2) == "BM");
-        QCOMPARE(ui.esperas, 0);
+        // A name with an extension keeps it; what was there is replaced.
+        std::ofstream(entorno_.Ruta("vieja.txt")) << "vieja";
+        e_->ui.ficherosGuardar = {entorno_.Ruta("vieja.txt")};
+        e_->ui.dialogos.push_back([&](QDialog& d) {
+            Pulsar(d, "guardarComo");
+            poner(d, buenos);
+            return Aceptar(d);
+        });
+        Ejecutar(cmd::kCrearPaleta);
+        QCOMPARE(LeerFichero(entorno_.Ruta("vieja.txt")), orvela::TextoPaletaCreada(buenos));
+    }
+
+    // Class i at (10, 10 + 25 i) for the first nine, the tenth heading the
+    // second column; swatches 25 x 10 in the palette's colour of its level,
+    // on grey. An empty legend is an empty grey window.
+    void leyendaDibujada() {
+        std::string texto = "10\n";
+        for (int i = 0; i < 10; ++i) texto += "clase" + std::to_string(i) + "\nND Clase:" + std::to_string(20 * i) + "\n\n";
+        std::ofstream(entorno_.Ruta("clasifLeyenda.txt"), std::ios::binary) << texto;
+        std::ofstream(entorno_.Ruta("vaciaLeyenda.txt"), std::ios::binary) << "0\n";
+        QImage dibujo;
+        auto grabar = [&](QDialog& d) {
+            dibujo = d.grab().toImage();
+            return false;
+        };
+        e_->ui.dialogos = {grabar};
+        Ventana("clasif", 4, 4, "byte", {0, 10, 20});
+        Ejecutar(cmd::kMostrarLeyenda);
+        QCOMPARE(e_->ui.titulosDialogos, std::vector<QString>{QString::fromUtf8("Mostrar Leyenda De Clasificación")});
+        const QColor gris(193, 193, 193);
+        QCOMPARE(QColor(dibujo.pixel(3, 3)), gris);
+        for (int i = 0; i < 10; ++i) {
+            const QPoint o = i < 9 ? QPoint(10, 10 + 25 * i) : QPoint(155, 10);
+            const QColor c(20 * i, 20 * i, 20 * i);
+            QCOMPARE(QColor(dibujo.pixel(o)), c);
+            QCOMPARE(QColor(dibujo.pixel(o + QPoint(24, 9))), c);
+            QCOMPARE(QColor(dibujo.pixel(o + QPoint(25, 4))), gris);
+            QCOMPARE(QColor(dibujo.pixel(o + QPoint(12, 10))), gris);
+        }
+        QCOMPARE(QColor(dibujo.pixel(155, 35)), gris);  // no eleventh class
+
+        e_->ui.dialogos = {grabar};
+        Ventana("vacia", 2, 2, "byte", {1});
+        Ejecutar(cmd::kMostrarLeyenda);
+        QCOMPARE(QColor(dibujo.pixel(12, 12)), gris);
+        QCOMPARE(QColor(dibujo.pixel(160, 12)), gris);
+        QVERIFY(e_->ui.mensajes.empty());
     }
 };
 

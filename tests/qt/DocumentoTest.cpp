@@ -1,355 +1,198 @@
 // The image of a window: "Imagen", "Guardar", "Guardar como" and the
 // "AVISO DE Brimar" question, with their messages in their order.
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QtTest>
-
 #include "Entorno.h"
-#include "InterfazGuion.h"
-#include "app/CChildFrame.h"
-#include "app/CMainFrame.h"
 #include "dialogs/CAvisoDlg.h"
-#include "doc/CBrimarDoc.h"
-#include "operations/Curso.h"
 
 using namespace prueba;
 using orvela::Mensaje;
+using orvela::TituloFichero;
 
 namespace {
 
-// Shows a file pair in a window as "Imagen" does, without the dialog.
-void Cargar(CBrimarDoc& doc, const std::string& stem) {
-    orvela::CImagen im;
-    QVERIFY(!im.Cargar(stem + ".ozm", 2));
-    doc.PonerImagen(std::move(im));
-    doc.PonerNombre(QString::fromStdString(orvela::TituloFichero(stem)));
-}
-
-void CambiarPrimerPixel(CBrimarDoc& doc, uint8_t v) { doc.Imagen().pixeles.Como<uint8_t>()[0] = v; }
-
-uint8_t PrimerByte(const std::string& ruta) {
+int PrimerByte(const std::string& ruta) {
     const std::string s = LeerFichero(ruta);
-    return s.empty() ? 0 : static_cast<uint8_t>(s[0]);
+    return s.empty() ? -1 : static_cast<uint8_t>(s[0]);
 }
+void CambiarPrimerPixel(CBrimarDoc& doc, uint8_t v) { doc.Imagen().pixeles.Como<uint8_t>()[0] = v; }
 
 }  // namespace
 
 class DocumentoTest : public QObject {
     Q_OBJECT
-    Entorno* entorno_ = nullptr;
+    Entorno entorno_;
+
+    // Writes a 3 x 4 byte pair of samples 10 under that name; shown in `doc`.
+    std::string Mostrar(CBrimarDoc& doc, const std::string& nombre, InterfazGuion& ui) {
+        const std::string ruta = entorno_.Imagen(nombre, 3, 4, "byte", {10});
+        AbrirImagen(doc, ruta, 2, {}, ui);
+        return ruta;
+    }
 
 private slots:
-    void initTestCase() { entorno_ = new Entorno; }
-    void cleanupTestCase() { delete entorno_; }
-
-    void guardarMensajesEnOrden() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        marco.show();
-        marco.EjecutarComando(32840);  // no window
-        CChildFrame* v = marco.NuevaVentana();
-        marco.EjecutarComando(32840);  // no image
-        CBrimarDoc& doc = v->Documento();
-        const std::string stem = entorno_->Ruta("g1");
-        EscribirImagen(stem, 3, 4, "byte", {5});
-        Cargar(doc, stem);
-        doc.PonerNombre(QStringLiteral("TMP"));
-        marco.EjecutarComando(32840);  // no name
-        doc.Imagen().composicionColor = true;
-        marco.EjecutarComando(32840);  // a composite without a name: the name check comes first
-        doc.PonerNombre(QStringLiteral("g1"));
-        marco.EjecutarComando(32840);  // a named composite
-        QCOMPARE(entorno_->Ids(ui), (std::vector<int>{61216, 61264, 61272, 61272, 61265}));
-        QCOMPARE(ui.esperas, 0);
-
-        // Saved to its own pair.
-        ui.mensajes.clear();
-        doc.Imagen().composicionColor = false;
+    // Saved to its own pair; "Guardar como" to a new one, which the window
+    // takes: ".ozm" is added to a name without extension, and a four-letter
+    // extension loses its last four characters, keeping the dot.
+    void guardarYGuardarComo() {
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const std::string propia = entorno_.Imagen("g1", 3, 4, "byte", {10});
+        CBrimarDoc& doc = e.Ventana(propia);
         CambiarPrimerPixel(doc, 99);
         marco.EjecutarComando(32840);
-        QVERIFY(entorno_->Ids(ui).empty());
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{99});
-        QVERIFY(Existe(stem + ".inf"));
-    }
+        QCOMPARE(PrimerByte(propia), 99);
 
-    void guardarDeUnFicheroLlamadoTmp() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        CChildFrame* v = marco.NuevaVentana();
-        const std::string stem = entorno_->Ruta("TMP");
-        EscribirImagen(stem, 2, 2, "byte", {1});
-        Cargar(v->Documento(), stem);
-        marco.EjecutarComando(32840);
-        QCOMPARE(entorno_->Ids(ui), std::vector<int>{61272});
-    }
+        // Cancelled, or a folder that does not exist: the window keeps its file.
+        ui.ficherosGuardar = {std::nullopt, entorno_.Ruta("no/existe/g2.ozm")};
+        marco.EjecutarComando(32841);
+        marco.EjecutarComando(32841);
+        QCOMPARE(ui.Ids(), std::vector<int>{61260});
+        QCOMPARE(doc.Nombre(), QStringLiteral("g1"));
+        QCOMPARE(doc.Imagen().rutaRaster, propia);
 
-    void guardarComo() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        marco.EjecutarComando(32841);
-        CChildFrame* v = marco.NuevaVentana();
-        marco.EjecutarComando(32841);
-        CBrimarDoc& doc = v->Documento();
-        const std::string stem = entorno_->Ruta("gc1");
-        EscribirImagen(stem, 3, 4, "byte", {5});
-        Cargar(doc, stem);
-        doc.Imagen().composicionColor = true;
-        marco.EjecutarComando(32841);
-        QCOMPARE(entorno_->Ids(ui), (std::vector<int>{61216, 61264, 61265}));
-        doc.Imagen().composicionColor = false;
-
-        // Cancelled at the file chooser: nothing changes.
-        ui.mensajes.clear();
-        ui.ficherosGuardar.push_back(std::nullopt);
-        marco.EjecutarComando(32841);
-        QCOMPARE(doc.Nombre(), QStringLiteral("gc1"));
-
-        // A name with its extension: the pair takes it, and so does the window.
-        const std::string nuevo = entorno_->Ruta("gc2");
-        ui.ficherosGuardar.push_back(nuevo + ".ozm");
-        marco.EjecutarComando(32841);
-        QVERIFY(entorno_->Ids(ui).empty());
-        QVERIFY(Existe(nuevo + ".ozm") && Existe(nuevo + ".inf"));
-        QCOMPARE(doc.Nombre(), QStringLiteral("gc2"));
-        QCOMPARE(v->windowTitle(), QStringLiteral("gc2"));
-        QCOMPARE(doc.Imagen().rutaRaster, nuevo + ".ozm");
+        for (auto [elegido, stem] : {std::pair{"gc2.ozm", "gc2"}, {"gc3", "gc3"}, {"gc4.tiff", "gc4."}}) {
+            ui.ficherosGuardar = {entorno_.Ruta(elegido)};
+            marco.EjecutarComando(32841);
+            QVERIFY2(Existe(entorno_.Ruta(stem) + ".ozm") && Existe(entorno_.Ruta(stem) + ".inf"), elegido);
+            QCOMPARE(doc.Imagen().rutaRaster, entorno_.Ruta(stem) + ".ozm");
+        }
+        QCOMPARE(doc.Nombre(), QStringLiteral("gc4"));
+        QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("gc4"));
         // "Guardar" now writes to the new pair.
         CambiarPrimerPixel(doc, 42);
         marco.EjecutarComando(32840);
-        QCOMPARE(PrimerByte(nuevo + ".ozm"), uint8_t{42});
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{5});
-
-        // Without an extension ".ozm" is added; a four-letter extension
-        // loses its last four characters and keeps the dot.
-        ui.ficherosGuardar.push_back(entorno_->Ruta("gc3"));
-        marco.EjecutarComando(32841);
-        QVERIFY(Existe(entorno_->Ruta("gc3.ozm")));
-        ui.ficherosGuardar.push_back(entorno_->Ruta("gc4.tiff"));
-        marco.EjecutarComando(32841);
-        QVERIFY(Existe(entorno_->Ruta("gc4..ozm")));
-        QVERIFY(entorno_->Ids(ui).empty());
-        QCOMPARE(ui.esperas, 0);
+        QCOMPARE(PrimerByte(entorno_.Ruta("gc4..ozm")), 42);
+        QCOMPARE(PrimerByte(propia), 99);
+        QCOMPARE(ui.Ids(), std::vector<int>{61260});
     }
 
-    void guardarComoQueFalla() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        CChildFrame* v = marco.NuevaVentana();
-        const std::string stem = entorno_->Ruta("gf1");
-        EscribirImagen(stem, 2, 3, "byte", {8});
-        Cargar(v->Documento(), stem);
-        const std::string imposible = entorno_->Ruta("no/existe/gf2");
-        ui.ficherosGuardar.push_back(imposible + ".ozm");
-        marco.EjecutarComando(32841);
-        QCOMPARE(entorno_->Ids(ui), std::vector<int>{61260});
-        // The window keeps its name and its file.
-        QCOMPARE(v->Documento().Nombre(), QStringLiteral("gf1"));
-        QCOMPARE(v->Documento().Imagen().rutaRaster, stem + ".ozm");
-        QVERIFY(!Existe(imposible + ".ozm"));
-        QCOMPARE(ui.esperas, 0);
-    }
-
+    // The dialog's checks in order; only then is the missing window reported.
     void imagenMensajesEnOrden() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        const std::string buena = entorno_->Ruta("im1");
-        EscribirImagen(buena, 6, 7, "byte", {1, 2, 3});
-        const std::string sinCabecera = entorno_->Ruta("im_sin.ozm");
-        { std::ofstream(sinCabecera) << "xxxx"; }
-        const std::string paleta = entorno_->Ruta("mia.pal");
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const std::string buena = entorno_.Imagen("im1", 6, 7, "byte", {1, 2, 3});
+        const std::string sinCabecera = entorno_.Ruta("im_sin.ozm"), paleta = entorno_.Ruta("mia.pal");
+        std::ofstream(sinCabecera) << "xxxx";
         Entorno::EscribirPaletaGris(paleta);
-
-        QString textoEntrada;
-        bool aceptado = false;
-        int codigo = -1;
+        ui.ficherosAbrir = {entorno_.Ruta("im1.Ozm"), sinCabecera, buena, paleta};
+        QString trasRechazo, trasElegir;
+        bool aceptadoConRechazo = true;
         ui.dialogos.push_back([&](QDialog& d) {
-            auto* entrada = d.findChild<QLineEdit*>(QStringLiteral("entrada"));
-            if (Aceptar(d)) return true;  // nothing chosen: 61219
-            ui.ficherosAbrir.push_back(entorno_->Ruta("im1.Ozm"));
+            Aceptar(d);              // nothing chosen: 61219
             Pulsar(d, "seleccionar");  // mixed case: 61217
-            if (!entrada->text().isEmpty() || Aceptar(d)) return true;  // not accepted: silent
-            ui.ficherosAbrir.push_back(sinCabecera);
+            trasRechazo = Texto(d, "entrada");
+            aceptadoConRechazo = Aceptar(d);  // silent
             Pulsar(d, "seleccionar");  // no header: 61218
-            ui.ficherosAbrir.push_back(buena + ".ozm");
             Pulsar(d, "seleccionar");
-            textoEntrada = entrada->text();
-            d.findChild<QRadioButton*>(QStringLiteral("paleta6"))->setChecked(true);
-            if (Aceptar(d)) return true;  // custom palette without a file: 61219
-            ui.ficherosAbrir.push_back(paleta);
-            Pulsar(d, "elegirPaleta");
-            codigo = d.findChild<QRadioButton*>(QStringLiteral("paleta6"))->isChecked() ? 6 : -1;
-            aceptado = Aceptar(d);
-            return aceptado;
+            trasElegir = Texto(d, "entrada");
+            Pulsar(d, "paleta6");
+            Aceptar(d);              // a palette of one's own without its file: 61219
+            return Pulsando({"elegirPaleta"})(d);
         });
         marco.EjecutarComando(32774);
-        // The dialog comes first; only then is the missing window reported.
-        const std::vector<Mensaje> esperados = {
-            Mensaje::Tabla(61219, "ninguna imagen", "una imagen"), Mensaje::Tabla(61217, "ozm", "OZM"),
-            Mensaje::Tabla(61218, "inf"), Mensaje::Tabla(61219, "el archivo paleta", "un archivo"),
-            Mensaje::Tabla(61216)};
-        QCOMPARE(ui.mensajes.size(), esperados.size());
-        for (std::size_t i = 0; i < esperados.size(); ++i)
-            QVERIFY2(ui.mensajes[i] == esperados[i], qPrintable(QString::number(ui.mensajes[i].id)));
-        QCOMPARE(textoEntrada, QStringLiteral("im1"));
-        QCOMPARE(codigo, 6);
-        QVERIFY(aceptado);
-        QCOMPARE(ui.esperas, 0);
+        QCOMPARE(ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(61219, "ninguna imagen", "una imagen"),
+                                                   Mensaje::Tabla(61217, "ozm", "OZM"), Mensaje::Tabla(61218, "inf"),
+                                                   Mensaje::Tabla(61219, "el archivo paleta", "un archivo"),
+                                                   Mensaje::Tabla(61216)}));
+        QVERIFY(trasRechazo.isEmpty() && !aceptadoConRechazo);
+        QCOMPARE(trasElegir, QStringLiteral("im1"));
     }
 
+    // Shown in the active window with the palette chosen, named after the
+    // file; another image replaces it without the AVISO; a short raster is
+    // refused and the window stays as it was.
     void imagenEnLaVentanaActiva() {
-        InterfazGuion ui;
-        CMainFrame marco(&ui);
-        CChildFrame* v = marco.NuevaVentana();
-        const std::string stem = entorno_->Ruta("im2");
-        EscribirImagen(stem, 6, 7, "integer", {300, 7});
+        Escritorio e;
+        auto& [ui, marco] = e;
+        const CBrimarDoc& doc = e.Ventana();
         std::vector<QString> nombres;
-        connect(&v->Documento(), &CBrimarDoc::nombreCambiado, this, [&](const QString& n) { nombres.push_back(n); });
-        auto elegir = [&](const std::string& ruta, int paleta) {
-            ui.dialogos.push_back([&, ruta, paleta](QDialog& d) {
-                ui.ficherosAbrir.push_back(ruta);
-                Pulsar(d, "seleccionar");
-                d.findChild<QRadioButton*>(QStringLiteral("paleta%1").arg(paleta))->setChecked(true);
-                return Aceptar(d);
-            });
-        };
-        elegir(stem + ".ozm", 5);
+        connect(&doc, &CBrimarDoc::nombreCambiado, this, [&](const QString& n) { nombres.push_back(n); });
+        const std::string corta = entorno_.Imagen("im4", 5, 5, "byte", {1});
+        QFile::resize(QString::fromStdString(corta), 3);
+        ui.ficherosAbrir = {entorno_.Imagen("im2", 6, 7, "integer", {300, 7}),
+                            entorno_.Imagen("im3", 2, 2, "byte", {9}), corta};
+        ui.dialogos = {Pulsando({"seleccionar", "paleta5"}), Pulsando({"seleccionar", "paleta2"}),
+                       Pulsando({"seleccionar", "paleta2"})};
         marco.EjecutarComando(32774);
-        const CBrimarDoc& doc = v->Documento();
-        QVERIFY(doc.TieneImagen());
         QCOMPARE(doc.Imagen().indicePaleta, 5u);
-        QCOMPARE(doc.Imagen().Filas(), 6L);
         QCOMPARE(doc.Imagen().pixeles.Valor(0), 300.0);
-        // Set-up names the window "TMP", then it takes the file's title.
-        QCOMPARE(nombres, (std::vector<QString>{"TMP", "im2"}));
-        QCOMPARE(v->windowTitle(), QStringLiteral("im2"));
-
-        // Another image replaces it in place, without the AVISO question.
-        const std::string otra = entorno_->Ruta("im3");
-        EscribirImagen(otra, 2, 2, "byte", {9});
-        elegir(otra + ".ozm", 2);
+        QCOMPARE(nombres, (std::vector<QString>{"TMP", "im2"}));  // set-up, then the file's title
+        QCOMPARE(marco.VentanaActiva()->windowTitle(), QStringLiteral("im2"));
         marco.EjecutarComando(32774);
-        QCOMPARE(ui.titulosDialogos, (std::vector<QString>{"Imagen", "Imagen"}));
         QCOMPARE(doc.Nombre(), QStringLiteral("im3"));
         QCOMPARE(doc.Imagen().pixeles.Valor(0), 9.0);
-
-        // A raster shorter than its header says: 61284, the window unchanged.
-        const std::string corta = entorno_->Ruta("im4");
-        EscribirImagen(corta, 5, 5, "byte", {1});
-        { std::ofstream(corta + ".ozm", std::ios::binary | std::ios::trunc) << "abc"; }
-        elegir(corta + ".ozm", 2);
-        ui.mensajes.clear();
         marco.EjecutarComando(32774);
-        QCOMPARE(entorno_->Ids(ui), std::vector<int>{61284});
+        QCOMPARE(ui.Ids(), std::vector<int>{61284});
+        QCOMPARE(ui.titulosDialogos, (std::vector<QString>(3, "Imagen")));
         QCOMPARE(doc.Nombre(), QStringLiteral("im3"));
         QCOMPARE(doc.Imagen().Filas(), 2L);
-        QCOMPARE(ui.esperas, 0);
     }
 
+    // Modes 0 (to its own pair), 1 (a new name, 61220 without one) and
+    // 2 (" No.", as it opens), and cancel, which abandons the operation.
+    void avisoModos_data() {
+        QTest::addColumn<int>("modo");
+        QTest::addColumn<QString>("nuevo");
+        QTest::addColumn<bool>("sigue");
+        QTest::addColumn<int>("id");
+        QTest::newRow("no") << 2 << QString() << true << 0;
+        QTest::newRow("cancelar") << -1 << QString() << false << 0;
+        QTest::newRow("guardarEn") << 0 << QString() << true << 0;
+        QTest::newRow("guardarNuevo") << 1 << "av_nuevo" << true << 0;
+        QTest::newRow("sin carpeta") << 1 << "no/existe/av" << false << 61260;
+    }
     void avisoModos() {
-        const std::string stem = entorno_->Ruta("av1");
-        EscribirImagen(stem, 3, 3, "byte", {10});
-        CBrimarDoc doc;
-        Cargar(doc, stem);
-        CambiarPrimerPixel(doc, 77);
+        QFETCH(int, modo);
+        QFETCH(QString, nuevo);
+        QFETCH(bool, sigue);
+        QFETCH(int, id);
         InterfazGuion ui;
-
-        // Confirmed as it opens (" No."): nothing written, the operation goes on.
-        int modoInicial = -1;
+        CBrimarDoc doc;
+        const std::string propia = Mostrar(doc, std::string("av_") + QTest::currentDataTag(), ui);
+        CambiarPrimerPixel(doc, 77);
+        const std::string destino = nuevo.isEmpty() ? std::string() : entorno_.Ruta(nuevo.toStdString());
+        bool sinNombre = true;
         ui.dialogos.push_back([&](QDialog& d) {
-            modoInicial = static_cast<CAvisoDlg&>(d).Modo();
-            return Aceptar(d);
+            if (modo == 0) Pulsar(d, "guardarEn");
+            if (modo == 1) {
+                Pulsar(d, "guardarNuevo");
+                sinNombre = Aceptar(d);
+                Pulsar(d, "no");
+                ui.ficherosGuardar.push_back(destino + ".ozm");
+                Pulsar(d, "guardarComo");  // chooses the new name's mode too
+            }
+            return modo >= 0 && Aceptar(d);
         });
-        QVERIFY(PreguntarAviso(doc, ui));
-        QCOMPARE(modoInicial, 2);
-        QCOMPARE(ui.titulosDialogos.back(), QStringLiteral("AVISO DE Brimar"));
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{10});
-
-        // Cancel: the operation is abandoned, nothing written.
-        ui.dialogos.push_back([](QDialog&) { return false; });
-        QVERIFY(!PreguntarAviso(doc, ui));
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{10});
-
-        // Mode 0: saved over its own pair.
-        QString mostrado;
-        ui.dialogos.push_back([&](QDialog& d) {
-            mostrado = d.findChild<QLineEdit*>(QStringLiteral("nombreActual"))->text();
-            d.findChild<QRadioButton*>(QStringLiteral("guardarEn"))->setChecked(true);
-            return Aceptar(d);
-        });
-        QVERIFY(PreguntarAviso(doc, ui));
-        QCOMPARE(mostrado, QStringLiteral("av1"));
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{77});
-        QVERIFY(entorno_->Ids(ui).empty());
-
-        // Mode 1: without a name 61220 and the dialog stays; with one the
-        // pair is written under it.
-        CambiarPrimerPixel(doc, 88);
-        const std::string nuevo = entorno_->Ruta("av2");
-        bool aceptadoSinNombre = true;
-        int modoTrasElegir = -1;
-        ui.dialogos.push_back([&](QDialog& d) {
-            d.findChild<QRadioButton*>(QStringLiteral("guardarNuevo"))->setChecked(true);
-            aceptadoSinNombre = Aceptar(d);
-            d.findChild<QRadioButton*>(QStringLiteral("no"))->setChecked(true);
-            ui.ficherosGuardar.push_back(nuevo + ".ozm");
-            Pulsar(d, "guardarComo");
-            modoTrasElegir = static_cast<CAvisoDlg&>(d).Modo();
-            return Aceptar(d);
-        });
-        QVERIFY(PreguntarAviso(doc, ui));
-        QVERIFY(!aceptadoSinNombre);
-        QCOMPARE(modoTrasElegir, 1);
-        QCOMPARE(ui.mensajes.size(), std::size_t{1});
-        QVERIFY(ui.mensajes[0] == Mensaje::Tabla(61220, "ninguna imagen", "una imagen"));
-        QCOMPARE(PrimerByte(nuevo + ".ozm"), uint8_t{88});
-        QVERIFY(Existe(nuevo + ".inf"));
-        QCOMPARE(PrimerByte(stem + ".ozm"), uint8_t{77});
-        QCOMPARE(doc.Nombre(), QStringLiteral("av2"));
+        QCOMPARE(PreguntarAviso(doc, ui), sigue);
+        QCOMPARE(ui.titulosDialogos, std::vector<QString>{"AVISO DE Brimar"});
+        std::vector<int> ids = modo == 1 ? std::vector<int>{61220} : std::vector<int>{};
+        if (id) ids.push_back(id);
+        QCOMPARE(ui.Ids(), ids);
+        QVERIFY(sinNombre == (modo != 1));
+        QCOMPARE(PrimerByte(propia), modo == 0 ? 77 : 10);
+        if (!destino.empty()) QCOMPARE(PrimerByte(destino + ".ozm"), sigue ? 77 : -1);
+        QCOMPARE(doc.Nombre().toStdString(), sigue && modo == 1 ? TituloFichero(destino) : TituloFichero(propia));
         QCOMPARE(ui.esperas, 0);
     }
 
+    // Nothing to protect in an empty window or a composite: no question.
+    // An image without a file of its own cannot be saved "en" its name.
     void avisoSinNadaQueProteger() {
         InterfazGuion ui;
-        CBrimarDoc vacio;
+        CBrimarDoc vacio, composicion, resultado;
         QVERIFY(PreguntarAviso(vacio, ui));
-        const std::string stem = entorno_->Ruta("av3");
-        EscribirImagen(stem, 2, 2, "byte", {1});
-        CBrimarDoc composicion;
-        Cargar(composicion, stem);
+        Mostrar(composicion, "av_comp", ui);
         composicion.Imagen().composicionColor = true;
         QVERIFY(PreguntarAviso(composicion, ui));
         QVERIFY(ui.titulosDialogos.empty());
-
-        // An image without a file of its own cannot be saved "en" its name.
-        CBrimarDoc resultado;
-        orvela::CImagen im;
-        QVERIFY(!im.Cargar(stem + ".ozm", 2));
-        resultado.PonerImagen(std::move(im));
-        bool guardarEnActivo = true;
+        Mostrar(resultado, "av_res", ui);
+        resultado.PonerNombre(QStringLiteral("TMP"));
+        bool guardarEn = true;
         ui.dialogos.push_back([&](QDialog& d) {
-            guardarEnActivo = d.findChild<QRadioButton*>(QStringLiteral("guardarEn"))->isEnabled();
+            guardarEn = d.findChild<QWidget*>(QStringLiteral("guardarEn"))->isEnabled();
             return false;
         });
         QVERIFY(!PreguntarAviso(resultado, ui));
-        QCOMPARE(resultado.Nombre(), QStringLiteral("TMP"));
-        QVERIFY(!guardarEnActivo);
-    }
-
-    void avisoQueNoPuedeGuardar() {
-        const std::string stem = entorno_->Ruta("av4");
-        EscribirImagen(stem, 2, 2, "byte", {1});
-        CBrimarDoc doc;
-        Cargar(doc, stem);
-        InterfazGuion ui;
-        ui.dialogos.push_back([&](QDialog& d) {
-            ui.ficherosGuardar.push_back(entorno_->Ruta("no/existe/av5.ozm"));
-            Pulsar(d, "guardarComo");
-            return Aceptar(d);
-        });
-        // The user wanted it kept and it could not be: the operation stops.
-        QVERIFY(!PreguntarAviso(doc, ui));
-        QCOMPARE(entorno_->Ids(ui), std::vector<int>{61260});
-        QCOMPARE(doc.Nombre(), QStringLiteral("av4"));
+        QVERIFY(!guardarEn);
     }
 };
 
