@@ -60,7 +60,7 @@ void BM_Aritmetica(benchmark::State& s) {
     const auto op = static_cast<OperacionAritmetica>(s.range(0));
     const Muestras& a = Escena(4, codigo);
     const Muestras& b = Escena(3, codigo);
-    Muestras r = Muestras::Crear(kDouble, a.Cantidad());
+    Muestras r = Salida(kDouble, a.Cantidad());
     for (auto _ : s) {
         auto estado = OperarAritmetica(op, a, b, r);
         if (estado != kCalculoCorrecto) s.SkipWithError("la escena tiene un denominador cero");
@@ -75,7 +75,7 @@ void BM_Escalar(benchmark::State& s) {
     const int codigo = static_cast<int>(s.range(1));
     const auto op = static_cast<OperacionEscalar>(s.range(0));
     const Muestras& a = Escena(4, codigo);
-    Muestras r = Muestras::Crear(kDouble, a.Cantidad());
+    Muestras r = Salida(kDouble, a.Cantidad());
     for (auto _ : s) {
         benchmark::DoNotOptimize(OperarConEscalar(op, a, 2.5, r));
         benchmark::ClobberMemory();
@@ -89,7 +89,7 @@ void BM_Logica(benchmark::State& s) {
     const auto op = static_cast<OperacionLogica>(s.range(0));
     const Muestras& a = Escena(4, codigo);
     const Muestras& b = Escena(3, codigo);
-    Muestras r = Muestras::Crear(codigo, a.Cantidad());
+    Muestras r = Salida(codigo, a.Cantidad());
     for (auto _ : s) {
         benchmark::DoNotOptimize(OperarLogica(op, a, b, r));
         benchmark::ClobberMemory();
@@ -102,7 +102,7 @@ void BM_Funcion(benchmark::State& s) {
     const int codigo = static_cast<int>(s.range(1));
     const auto f = static_cast<Funcion>(s.range(0));
     const Muestras& a = Escena(4, codigo);
-    Muestras r = Muestras::Crear(kDouble, a.Cantidad());
+    Muestras r = Salida(kDouble, a.Cantidad());
     for (auto _ : s) {
         benchmark::DoNotOptimize(AplicarFuncion(f, a, r));
         benchmark::ClobberMemory();
@@ -118,7 +118,7 @@ void BM_Contraste(benchmark::State& s) {
     p.ndMinimo = 20;
     p.ndMaximo = 120;
     const Muestras& a = Escena(4, codigo);
-    Muestras r = Muestras::Crear(codigo, a.Cantidad());
+    Muestras r = Salida(codigo, a.Cantidad());
     for (auto _ : s) {
         benchmark::DoNotOptimize(ExpandirContraste(a, r, p));
         benchmark::ClobberMemory();

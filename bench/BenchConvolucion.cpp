@@ -34,7 +34,7 @@ using Filtro = std::function<bool(const Muestras&, long, long, Muestras&)>;
 
 void Medir(benchmark::State& state, int codigo, const Filtro& f) {
     const Muestras& in = Escena(codigo);
-    Muestras out = Muestras::Crear(codigo, in.Cantidad());
+    Muestras out = bench::Salida(codigo, in.Cantidad());
     for (auto _ : state) {
         if (!f(in, bench::kLado, bench::kLado, out)) state.SkipWithError("filtro rechazado");
         benchmark::DoNotOptimize(out.Datos());

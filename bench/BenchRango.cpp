@@ -14,7 +14,7 @@ void Rango(benchmark::State& estado, Filtro filtro) {
     const int codigo = static_cast<int>(estado.range(0));
     const int k = static_cast<int>(estado.range(1));
     const orvela::Muestras entrada = orvela::bench::Banda(4, codigo);
-    orvela::Muestras salida = orvela::Muestras::Crear(codigo, entrada.Cantidad());
+    orvela::Muestras salida = orvela::bench::Salida(codigo, entrada.Cantidad());
     for (auto _ : estado) {
         filtro(entrada, orvela::bench::kLado, orvela::bench::kLado, k, salida);
         benchmark::DoNotOptimize(salida.Datos());

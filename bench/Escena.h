@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -49,6 +50,14 @@ inline Muestras Banda(int banda, int codigo) {
             else d[i] = static_cast<T>(b[i] + 0.25 * (i % 4));
         }
     });
+    return m;
+}
+
+// A result buffer whose pages are already in memory, so that the timed
+// kernel does not pay the first touch of freshly allocated pages.
+inline Muestras Salida(int codigo, std::size_t cantidad) {
+    Muestras m = Muestras::Crear(codigo, cantidad);
+    if (m.Datos()) std::memset(m.Datos(), 1, m.Bytes());
     return m;
 }
 

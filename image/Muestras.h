@@ -41,8 +41,13 @@ public:
     Muestras Copia() const;
 
 private:
+    // Large buffers are mapped pages of their own (see Crear); `mapeados`
+    // is their length, 0 for buffers from calloc.
     struct Liberar {
-        void operator()(std::byte* p) const { std::free(p); }
+        Liberar() noexcept : mapeados(0) {}
+        explicit Liberar(std::size_t n) noexcept : mapeados(n) {}
+        std::size_t mapeados;
+        void operator()(std::byte* p) const;
     };
     std::unique_ptr<std::byte, Liberar> datos_;
     std::size_t cantidad_ = 0;

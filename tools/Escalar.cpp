@@ -2,17 +2,9 @@
 
 #include <cstdint>
 
+#include "tools/PorMuestra.h"
+
 namespace orvela {
-
-namespace {
-
-template <class T, class F> void PorMuestra(std::span<const T> a, std::span<double> r, F f) {
-    const T* pa = a.data();
-    double* pr = r.data();
-    for (std::size_t i = 0; i < r.size(); ++i) pr[i] = f(static_cast<double>(pa[i]));
-}
-
-}  // namespace
 
 template <class T> void OperarConEscalar(OperacionEscalar op, std::span<const T> a, double s, std::span<double> r) {
     switch (op) {

@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdint>
+
+#include "tools/PorMuestra.h"
 #include <limits>
 #include <type_traits>
 #include <vector>
@@ -9,12 +11,6 @@
 namespace orvela {
 
 namespace {
-
-template <class T, class F> void PorMuestra(std::span<const T> a, std::span<double> r, F f) {
-    const T* pa = a.data();
-    double* pr = r.data();
-    for (std::size_t i = 0; i < r.size(); ++i) pr[i] = f(static_cast<double>(pa[i]));
-}
 
 template <class T, class F> void Aplicar(std::span<const T> a, std::span<double> r, F f) {
     if constexpr (std::is_integral_v<T>) {
