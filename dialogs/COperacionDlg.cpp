@@ -31,6 +31,16 @@ const QStringList& FiltrosImagen() {
 
 QString Q(const char* s) { return QString::fromUtf8(s ? s : ""); }
 
+// The operation's own checks of "Aceptar"; the first that fails is shown.
+bool PasaComprobaciones(const Declaracion& d, Interfaz& ui, const Valores& v) {
+    if (!d.alAceptar) return true;
+    if (auto m = d.alAceptar(v)) {
+        ui.Mostrar(*m);
+        return false;
+    }
+    return true;
+}
+
 // A number typed by the user: a decimal comma is taken as a point.
 std::optional<double> LeerNumero(QString t, bool entero) {
     t = t.trimmed();
@@ -387,12 +397,7 @@ void COperacionDlg::Aceptar() {
         ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
         return;
     }
-    if (d_.alAceptar) {
-        if (auto m = d_.alAceptar(v)) {
-            ui_.Mostrar(*m);
-            return;
-        }
-    }
+    if (!PasaComprobaciones(d_, ui_, v)) return;
     valores_ = std::move(v);
     accept();
 }
@@ -429,12 +434,7 @@ private:
             ui_.MostrarTexto(error);
             return;
         }
-        if (d_.alAceptar) {
-            if (auto m = d_.alAceptar(v)) {
-                ui_.Mostrar(*m);
-                return;
-            }
-        }
+        if (!PasaComprobaciones(d_, ui_, v)) return;
         valores_ = std::move(v);
         accept();
     }
