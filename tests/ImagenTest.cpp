@@ -371,20 +371,11 @@ TEST(Mensajes, TablaCompletaYTextosExactos) {
         {61267, "Imposible visualizar la imagen porque no se ha encontrado la paleta seleccionada.\n\n"
                 "Compruebe que los archvos *.pal estén correctamente."},
         {61274, "Se ha superado el númeo máximo de zooms consecutivos."},
-        {61229, "El identificador tiene que estar comprendido entre 0 255.\n\nSe usará el identificador automático."},
-        {61268, "El valor del factor de contracción de las filas es incorrectos.\n\n"
-                "Elija un valor inferior al del número de filas de la imagen."},
-        {61287, "No se pueden construir ficheros vectoriales mientras se visualiza un mapa. "},
-        {61288, "La visualización ya se encuentra en pantalla completa"},
     };
     for (const auto& [id, texto] : textos) EXPECT_STREQ(TextoMensaje(id), texto) << id;
 
     EXPECT_EQ(Mensaje::Tabla(61222, relleno::kLasDimensiones, relleno::kBandas).Texto(),
               "Las dimensiones de las bandas de entrada seleccionadas no coincide.\n\n"
               "Elija bandas donde sí lo haga para realizar la operación.");
-    EXPECT_EQ(Mensaje::Tabla(61243, "fila").Texto(),
-              "La fila del extremo superior izquierdo debe ser menor que\n\nla fila del extremo inferior derecho.");
-    EXPECT_EQ(Mensaje::Tabla(61218, relleno::kInf).Texto(),
-              "No se ha encontrado el archivo \"*.inf\" o puede estar corrupto.\n\nCompruébelo para realizar la operación.");
     EXPECT_EQ(Mensaje::Libre("Frase.").Texto(), "Frase.");
 }
