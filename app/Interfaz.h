@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 class QDialog;
 class QWidget;

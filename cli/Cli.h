@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 namespace orvela::cli {
 

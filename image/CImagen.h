@@ -7,7 +7,7 @@
 
 #include "image/Muestras.h"
 #include "image/TipoDato.h"
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 namespace orvela {
 

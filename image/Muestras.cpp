@@ -97,4 +97,13 @@ std::size_t ContarMuestras(double filas, double columnas, int codigo) {
     return static_cast<std::size_t>(total);
 }
 
+bool LeerComoDouble(const Muestras& m, std::size_t desde, std::size_t cantidad, double* destino) {
+    if (desde > m.Cantidad() || cantidad > m.Cantidad() - desde) return false;
+    return ConTipo(m.Codigo(), [&](auto muestra) {
+        using T = typename decltype(muestra)::tipo;
+        const T* p = m.Como<T>().data() + desde;
+        for (std::size_t i = 0; i < cantidad; ++i) destino[i] = static_cast<double>(p[i]);
+    });
+}
+
 }  // namespace orvela

@@ -54,6 +54,12 @@ private:
     int codigo_ = 0;
 };
 
+// Samples [desde, desde + cantidad) of any type widened to double (integer
+// read unsigned) into `destino`. A multi-band kernel reads each band's rows
+// through here, so it dispatches once per band and row, whatever the mix of
+// types. False for an unknown code or a range past the end.
+bool LeerComoDouble(const Muestras& m, std::size_t desde, std::size_t cantidad, double* destino);
+
 // Rows x columns as a sample count, or 0 when the figures are not whole,
 // not positive or too large to address.
 std::size_t ContarMuestras(double filas, double columnas, int codigo);

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "image/Visualizacion.h"
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 namespace orvela {
 

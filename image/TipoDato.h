@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,20 @@ template <> struct CodigoDe<uint16_t> { static constexpr int valor = kInteger; }
 template <> struct CodigoDe<float>    { static constexpr int valor = kReal; };
 
 template <class T> struct Muestra { using tipo = T; };
+
+// The four codes, in code order.
+inline constexpr int kTiposDato[] = {kByte, kDouble, kInteger, kReal};
+
+// Real types (real, double) against whole types (byte, integer).
+template <class T> inline constexpr bool kEsReal = std::is_floating_point_v<T>;
+inline bool EsReal(int codigo) { return codigo == kReal || codigo == kDouble; }
+
+// Range of values a sample of each type can hold: 0..255, 0..65535, and the
+// finite range of float and double.
+template <class T> struct RangoTipo {
+    static constexpr double minimo = std::is_floating_point_v<T> ? -static_cast<double>(std::numeric_limits<T>::max()) : 0.0;
+    static constexpr double maximo = static_cast<double>(std::numeric_limits<T>::max());
+};
 
 // Calls f(Muestra<T>{}) with the sample type of the code. Every kernel that
 // touches pixels goes through here. Returns std::nullopt (or false for void

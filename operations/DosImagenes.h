@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "image/CImagen.h"
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 namespace orvela {
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that Orvela builds and runs with, when any is missing.
 set -euo pipefail
-paquetes=(g++ cmake make qt6-base-dev qt6-base-dev-tools libgl-dev libgtest-dev libbenchmark-dev xvfb xauth)
+paquetes=(g++ cmake make qt6-base-dev qt6-base-dev-tools libgl-dev libtbb-dev libpng-dev libeigen3-dev qt6-translations-l10n libgtest-dev libbenchmark-dev xvfb xauth)
 faltan=()
 for p in "${paquetes[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || faltan+=("$p")

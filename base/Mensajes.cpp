@@ -1,4 +1,4 @@
-#include "operations/Mensajes.h"
+#include "base/Mensajes.h"
 
 #include <algorithm>
 #include <array>
