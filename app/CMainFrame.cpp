@@ -14,7 +14,7 @@
 #include "app/CAcercaDeDlg.h"
 #include "app/CChildFrame.h"
 #include "app/Iconos.h"
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 #include "app/TablaComandos.h"
 #include "dialogs/CCrearPaletaDlg.h"
 #include "dialogs/ComandosEspacio.h"

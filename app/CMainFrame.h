@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "app/Espacio.h"
+#include "dialogs/Espacio.h"
 
 class CBrimarView;
 class CChildFrame;

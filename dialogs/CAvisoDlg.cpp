@@ -10,7 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 #include "doc/CBrimarDoc.h"
 #include "operations/Curso.h"
 

@@ -11,7 +11,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 #include "image/FicheroSeguro.h"
 #include "image/Paleta.h"
 #include "operations/Curso.h"

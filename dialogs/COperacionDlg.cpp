@@ -16,7 +16,7 @@
 #include <cstring>
 #include <map>
 
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 #include "dialogs/ComandosEspacio.h"
 #include "operations/Curso.h"
 

@@ -9,8 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/Espacio.h"
-#include "app/Interfaz.h"
+#include "dialogs/Espacio.h"
+#include "dialogs/Interfaz.h"
 #include "dialogs/CAyudaDlg.h"
 #include "dialogs/CHistogramaDlg.h"
 #include "doc/CBrimarDoc.h"

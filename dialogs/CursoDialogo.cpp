@@ -12,8 +12,8 @@
 #include <memory>
 #include <new>
 
-#include "app/Espacio.h"
-#include "app/Interfaz.h"
+#include "dialogs/Espacio.h"
+#include "dialogs/Interfaz.h"
 #include "dialogs/CAvisoDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "doc/CBrimarDoc.h"

@@ -11,8 +11,8 @@
 #include <cstring>
 #include <vector>
 
-#include "app/Espacio.h"
-#include "app/Interfaz.h"
+#include "dialogs/Espacio.h"
+#include "dialogs/Interfaz.h"
 #include "app/TablaComandos.h"
 #include "dialogs/CMostrarLeyendaDlg.h"
 #include "doc/CBrimarDoc.h"

@@ -1,7 +1,7 @@
 #include "doc/ComandosDocumento.h"
 
-#include "app/Espacio.h"
-#include "app/Interfaz.h"
+#include "dialogs/Espacio.h"
+#include "dialogs/Interfaz.h"
 #include "dialogs/CImagenDlg.h"
 #include "doc/CBrimarDoc.h"
 #include "image/Paleta.h"

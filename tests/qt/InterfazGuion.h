@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 
 class InterfazGuion : public Interfaz {
 public:

@@ -1,4 +1,4 @@
-#include "app/Interfaz.h"
+#include "dialogs/Interfaz.h"
 
 #include <QApplication>
 #include <QDialog>
