@@ -8,7 +8,7 @@
 
 namespace {
 
-using Filtro = bool (*)(const orvela::Muestras&, long, long, int, orvela::Muestras&);
+using Filtro = bool (*)(const orvela::Muestras&, long, long, int, orvela::Muestras&, orvela::Progreso&);
 
 void Rango(benchmark::State& estado, Filtro filtro) {
     const int codigo = static_cast<int>(estado.range(0));
@@ -16,7 +16,7 @@ void Rango(benchmark::State& estado, Filtro filtro) {
     const orvela::Muestras entrada = orvela::bench::Banda(4, codigo);
     orvela::Muestras salida = orvela::bench::Salida(codigo, entrada.Cantidad());
     for (auto _ : estado) {
-        filtro(entrada, orvela::bench::kLado, orvela::bench::kLado, k, salida);
+        filtro(entrada, orvela::bench::kLado, orvela::bench::kLado, k, salida, orvela::SinProgreso());
         benchmark::DoNotOptimize(salida.Datos());
     }
     const double pixeles = static_cast<double>(orvela::bench::kLado) * orvela::bench::kLado;

@@ -602,13 +602,13 @@ void COperacionDlg::Aceptar() {
         const DeclEntrada& decl = d_.entradas[i];
         e.ventana = radiosVentana_[i] && radiosVentana_[i]->isChecked();
         if (e.ventana) continue;
-        if (decl.maximo > 1) continue;  // lists are counted below
-        if (!e.elegido) {
+        const bool lista = decl.maximo > 1;
+        if ((lista && e.elecciones.size() < static_cast<std::size_t>(std::max(1, decl.minimo))) || (!lista && !e.elegido)) {
             ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, decl.nombre,
                                        decl.clase == ClaseEntrada::Fichero ? relleno::kUnArchivo : relleno::kUnaImagen));
             return;
         }
-        if (!e.aceptado) return;
+        if (!lista && !e.aceptado) return;
     }
     if (d_.conSalida && !SalidaVentana() && !salidaElegida_) {
         ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
