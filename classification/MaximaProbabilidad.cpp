@@ -76,17 +76,49 @@ bool ClasificarMaximaProbabilidad(const BandasClasificar& b, const std::vector<C
         modelos.push_back(PrepararModelo(clases[i]));
     }
     if (k == 0) return true;
-    return RecorrerPixeles(b, salida, p, [&](const double* x) {
-        std::size_t mejor = 0;
-        double gMejor = LogVerosimilitud(modelos[0], x);
-        for (std::size_t i = 1; i < k; ++i) {
-            const double g = LogVerosimilitud(modelos[i], x);
-            if (g > gMejor) {
-                mejor = i;
-                gMejor = g;
+    const std::size_t n = b.bandas.size();
+    return RecorrerFilas(b, salida, p, [&](const double* const* x, std::size_t c, uint8_t* r) {
+        thread_local std::vector<double> dif, t, q, mejor;
+        dif.resize(n * c);
+        t.resize(c);
+        q.resize(c);
+        mejor.resize(c);
+        double* gm = mejor.data();
+        for (std::size_t i = 0; i < k; ++i) {
+            const ModeloGaussiano& m = modelos[i];
+            for (std::size_t a = 0; a < n; ++a) {
+                const double me = m.media[a];
+                const double* xa = x[a];
+                double* da = dif.data() + a * c;
+                for (std::size_t j = 0; j < c; ++j) da[j] = xa[j] - me;
+            }
+            // Per pixel: q = sum over a of d_a * (sum over e of inv[a][e] * d_e).
+            for (std::size_t j = 0; j < c; ++j) q[j] = 0;
+            for (std::size_t a = 0; a < n; ++a) {
+                for (std::size_t j = 0; j < c; ++j) t[j] = 0;
+                for (std::size_t e = 0; e < n; ++e) {
+                    const double w = m.inversa[a * n + e];
+                    const double* de = dif.data() + e * c;
+                    for (std::size_t j = 0; j < c; ++j) t[j] += w * de[j];
+                }
+                const double* da = dif.data() + a * c;
+                for (std::size_t j = 0; j < c; ++j) q[j] += da[j] * t[j];
+            }
+            const uint8_t v = nd[i];
+            if (i == 0) {
+                for (std::size_t j = 0; j < c; ++j) {
+                    gm[j] = -m.lnDeterminante - q[j];
+                    r[j] = v;
+                }
+            } else {
+                for (std::size_t j = 0; j < c; ++j) {
+                    const double g = -m.lnDeterminante - q[j];
+                    const bool gana = g > gm[j];
+                    gm[j] = gana ? g : gm[j];
+                    r[j] = gana ? v : r[j];
+                }
             }
         }
-        return nd[mejor];
     });
 }
 

@@ -11,24 +11,36 @@ bool ClasificarMinimaDistancia(const BandasClasificar& b, const std::vector<Clas
     const std::size_t n = b.bandas.size(), k = clases.size();
     std::vector<uint8_t> nd(k);
     for (std::size_t i = 0; i < k; ++i) nd[i] = AlmacenarEntero<uint8_t>(NdClase(clases[i]));
-    std::vector<double> medias(k * n);
-    for (std::size_t i = 0; i < k; ++i)
-        for (std::size_t j = 0; j < n; ++j) medias[i * n + j] = clases[i].media[j];
     if (k == 0) return true;
-    return RecorrerPixeles(b, salida, p, [&](const double* x) {
-        std::size_t mejor = 0;
-        double dMejor = 0;
+    return RecorrerFilas(b, salida, p, [&](const double* const* x, std::size_t c, uint8_t* r) {
+        thread_local std::vector<double> suma, mejor;
+        suma.resize(c);
+        mejor.resize(c);
+        double* s = suma.data();
+        double* dm = mejor.data();
         for (std::size_t i = 0; i < k; ++i) {
-            const double* m = medias.data() + i * n;
-            double s = 0;
-            for (std::size_t j = 0; j < n; ++j) s += (x[j] - m[j]) * (x[j] - m[j]);
-            const double d = std::sqrt(s);
-            if (i == 0 || d < dMejor) {
-                mejor = i;
-                dMejor = d;
+            // Per pixel: s = 0, then s += (x[b] - mean[b])^2 in band order.
+            for (std::size_t j = 0; j < c; ++j) s[j] = 0;
+            for (std::size_t bb = 0; bb < n; ++bb) {
+                const double m = clases[i].media[bb];
+                const double* xb = x[bb];
+                for (std::size_t j = 0; j < c; ++j) s[j] += (xb[j] - m) * (xb[j] - m);
+            }
+            const uint8_t v = nd[i];
+            if (i == 0) {
+                for (std::size_t j = 0; j < c; ++j) {
+                    dm[j] = std::sqrt(s[j]);
+                    r[j] = v;
+                }
+            } else {
+                for (std::size_t j = 0; j < c; ++j) {
+                    const double d = std::sqrt(s[j]);
+                    const bool gana = d < dm[j];
+                    dm[j] = gana ? d : dm[j];
+                    r[j] = gana ? v : r[j];
+                }
             }
         }
-        return nd[mejor];
     });
 }
 

@@ -28,21 +28,38 @@ struct Sumas {
     std::vector<double> cuenta;   // K
 };
 
-// Index of the nearest centre to x.
-inline std::size_t Cercano(const double* x, const std::vector<double>& centros, std::size_t k, std::size_t n) {
-    std::size_t mejor = 0;
-    double dMejor = 0;
+// Index of the nearest centre for each of the c pixels of a row (x[b]: the
+// row of band b), one centre at a time along the row; per pixel the same
+// figures as sqrt(sum over bands of pow(x - centre, 2.0)), compared strictly.
+void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
+              uint32_t* indice) {
+    thread_local std::vector<double> suma, mejor;
+    suma.resize(c);
+    mejor.resize(c);
+    double* s = suma.data();
+    double* dm = mejor.data();
     for (std::size_t i = 0; i < k; ++i) {
-        const double* c = centros.data() + i * n;
-        double s = 0;
-        for (std::size_t b = 0; b < n; ++b) s += std::pow(x[b] - c[b], 2.0);
-        const double d = std::sqrt(s);
-        if (i == 0 || d < dMejor) {
-            mejor = i;
-            dMejor = d;
+        for (std::size_t j = 0; j < c; ++j) s[j] = 0;
+        for (std::size_t b = 0; b < n; ++b) {
+            const double ce = centros[i * n + b];
+            const double* xb = x[b];
+            for (std::size_t j = 0; j < c; ++j) s[j] += std::pow(xb[j] - ce, 2.0);
+        }
+        if (i == 0) {
+            for (std::size_t j = 0; j < c; ++j) {
+                dm[j] = std::sqrt(s[j]);
+                indice[j] = 0;
+            }
+        } else {
+            const auto ii = static_cast<uint32_t>(i);
+            for (std::size_t j = 0; j < c; ++j) {
+                const double d = std::sqrt(s[j]);
+                const bool gana = d < dm[j];
+                dm[j] = gana ? d : dm[j];
+                indice[j] = gana ? ii : indice[j];
+            }
         }
     }
-    return mejor;
 }
 
 }  // namespace
@@ -59,9 +76,13 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
     for (std::size_t i = 0; i < k; ++i)
         for (std::size_t j = 0; j < n; ++j) centros[i * n + j] = semillas[i][j];
 
-    auto leerFila = [&](long f, std::vector<double>& filas) {
+    auto leerFila = [&](long f, std::vector<double>& filas, std::vector<const double*>& x) {
         const std::size_t inicio = static_cast<std::size_t>(f) * c;
-        for (std::size_t j = 0; j < n; ++j) LeerComoDouble(*b.bandas[j], inicio, c, filas.data() + j * c);
+        x.resize(n);
+        for (std::size_t j = 0; j < n; ++j) {
+            LeerComoDouble(*b.bandas[j], inicio, c, filas.data() + j * c);
+            x[j] = filas.data() + j * c;
+        }
     };
     std::vector<double> anteriores = centros;
     for (;;) {
@@ -69,15 +90,17 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
             Sumas s;
             s.suma.assign(k * n, 0.0);
             s.cuenta.assign(k, 0.0);
-            std::vector<double> filas(n * c), x(n);
+            std::vector<double> filas(n * c);
+            std::vector<const double*> x;
+            std::vector<uint32_t> indice(c);
             for (long f = desde; f < hasta; ++f) {
                 if (p.Cancelado()) return s;
-                leerFila(f, filas);
+                leerFila(f, filas, x);
+                Cercanos(x.data(), c, centros, k, n, indice.data());
                 for (std::size_t col = 0; col < c; ++col) {
-                    for (std::size_t j = 0; j < n; ++j) x[j] = filas[j * c + col];
-                    const std::size_t i = Cercano(x.data(), centros, k, n);
+                    const std::size_t i = indice[col];
                     s.cuenta[i] += 1;
-                    for (std::size_t j = 0; j < n; ++j) s.suma[i * n + j] += x[j];
+                    for (std::size_t j = 0; j < n; ++j) s.suma[i * n + j] += x[j][col];
                 }
             }
             return s;
@@ -125,14 +148,14 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
         valor[i] = Almacenar<uint8_t>(s / static_cast<double>(n));
     }
     const bool hecho = PorFilas(p, b.filas, [&](long desde, long hasta) {
-        std::vector<double> filas(n * c), x(n);
+        std::vector<double> filas(n * c);
+        std::vector<const double*> x;
+        std::vector<uint32_t> indice(c);
         for (long f = desde; f < hasta; ++f) {
-            leerFila(f, filas);
+            leerFila(f, filas, x);
+            Cercanos(x.data(), c, anteriores, k, n, indice.data());
             const std::size_t inicio = static_cast<std::size_t>(f) * c;
-            for (std::size_t col = 0; col < c; ++col) {
-                for (std::size_t j = 0; j < n; ++j) x[j] = filas[j * c + col];
-                salida[inicio + col] = valor[Cercano(x.data(), anteriores, k, n)];
-            }
+            for (std::size_t col = 0; col < c; ++col) salida[inicio + col] = valor[indice[col]];
         }
     });
     if (!hecho) r.cancelado = true;

@@ -17,17 +17,22 @@ bool ClasificarParalelepipedos(const BandasClasificar& b, const std::vector<Clas
             alto[i * n + j] = clases[i].media[j] + m * clases[i].desviacion[j];
         }
     }
-    return RecorrerPixeles(b, salida, p, [&](const double* x) {
-        uint8_t v = 0;
+    return RecorrerFilas(b, salida, p, [&](const double* const* x, std::size_t c, uint8_t* r) {
+        thread_local std::vector<uint32_t> dentro;
+        dentro.resize(c);
+        uint32_t* d = dentro.data();
+        for (std::size_t j = 0; j < c; ++j) r[j] = 0;
         // Every class is tried: the last box that holds the pixel wins.
         for (std::size_t i = 0; i < k; ++i) {
-            const double* lo = bajo.data() + i * n;
-            const double* hi = alto.data() + i * n;
-            std::size_t dentro = 0;
-            for (std::size_t j = 0; j < n; ++j) dentro += (lo[j] <= x[j] && x[j] <= hi[j]) ? 1 : 0;
-            if (dentro == n) v = nd[i];
+            for (std::size_t j = 0; j < c; ++j) d[j] = 0;
+            for (std::size_t bb = 0; bb < n; ++bb) {
+                const double lo = bajo[i * n + bb], hi = alto[i * n + bb];
+                const double* xb = x[bb];
+                for (std::size_t j = 0; j < c; ++j) d[j] += (lo <= xb[j]) & (xb[j] <= hi);
+            }
+            const uint8_t v = nd[i];
+            for (std::size_t j = 0; j < c; ++j) r[j] = d[j] == n ? v : r[j];
         }
-        return v;
     });
 }
 

@@ -7,6 +7,7 @@
 // order, divided by N), truncated toward zero; two classes may share one.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -25,26 +26,27 @@ struct BandasClasificar {
     long filas = 0, columnas = 0;
 };
 
-// Runs `regla(x)` on the vector x of the N band values of every pixel, row
-// by row on every core, and stores what it returns. The bands' rows are
-// read as doubles (integer samples unsigned). False when cancelled or a
-// band is shorter than the size.
-template <class Regla>
-bool RecorrerPixeles(const BandasClasificar& b, std::span<uint8_t> salida, Progreso& p, const Regla& regla) {
+// Runs `fila(x, c, salida)` on every row, row by row on every core: x[b]
+// points to the C values of band b in that row, read as doubles (integer
+// samples unsigned), and `salida` to the row of the result. The rules work
+// along the row (one class at a time over all its pixels), which keeps each
+// pixel's figures in the order of the per-pixel definition. False when
+// cancelled or a band is shorter than the size.
+template <class Fila>
+bool RecorrerFilas(const BandasClasificar& b, std::span<uint8_t> salida, Progreso& p, const Fila& fila) {
     const std::size_t n = b.bandas.size();
     const auto c = static_cast<std::size_t>(b.columnas);
-    bool bien = true;
+    std::atomic<bool> bien{true};
     const bool hecho = PorFilas(p, b.filas, [&](long desde, long hasta) {
-        std::vector<double> filas(n * c), x(n);
+        std::vector<double> filas(n * c);
+        std::vector<const double*> x(n);
+        for (std::size_t k = 0; k < n; ++k) x[k] = filas.data() + k * c;
         for (long f = desde; f < hasta; ++f) {
             const std::size_t inicio = static_cast<std::size_t>(f) * c;
             for (std::size_t k = 0; k < n; ++k)
                 if (!LeerComoDouble(*b.bandas[k], inicio, c, filas.data() + k * c)) bien = false;
             if (!bien) return;
-            for (std::size_t j = 0; j < c; ++j) {
-                for (std::size_t k = 0; k < n; ++k) x[k] = filas[k * c + j];
-                salida[inicio + j] = regla(x.data());
-            }
+            fila(x.data(), c, salida.data() + inicio);
         }
     });
     return hecho && bien;

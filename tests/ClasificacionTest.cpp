@@ -217,6 +217,68 @@ TEST(Supervisada, NdCompartidoYNdQueDaLaVuelta) {
     EXPECT_EQ(LeerFichero(dir / "rLeyenda.txt"), "2\na\nND Clase:300\n\nb\nND Clase:300\n\n");
 }
 
+// The row-wise kernels against the per-pixel definition, sample for
+// sample, on random bands of each type, on one core and on all.
+TEST(Supervisada, IgualQueLaDefinicionPixelAPixel) {
+    std::mt19937 azar(5);
+    for (int codigo : kTipos) {
+        const long filas = 37, cols = 53;
+        std::vector<CImagen> bandas;
+        for (int b = 0; b < 3; ++b) {
+            std::vector<double> v(filas * cols);
+            for (double& x : v) x = std::uniform_int_distribution<int>(0, 60)(azar) + (EsReal(codigo) ? 0.25 : 0);
+            bandas.push_back(Imagen(codigo, filas, cols, v));
+        }
+        std::vector<ClaseLeida> clases;
+        for (int k = 0; k < 5; ++k) {
+            ClaseLeida c;
+            std::vector<std::vector<double>> cov(3, std::vector<double>(3));
+            for (int b = 0; b < 3; ++b) {
+                c.media.push_back(std::uniform_real_distribution<double>(0, 60)(azar));
+                c.desviacion.push_back(std::uniform_real_distribution<double>(1, 15)(azar));
+                for (int e = 0; e < 3; ++e) cov[b][e] = b == e ? 20.0 + 10 * k : 3.0 - b - e;
+            }
+            c.covarianza = cov;
+            clases.push_back(c);
+        }
+        clases[3].media = clases[1].media;  // equal distances: the earlier wins
+        clases[2].covarianza.assign(3, std::vector<double>(3, 1.0));  // singular
+        BandasClasificar bc{{&bandas[0].pixeles, &bandas[1].pixeles, &bandas[2].pixeles}, filas, cols};
+        std::vector<uint8_t> md(filas * cols), pp(filas * cols), mp(filas * cols);
+        FijarNucleos(1);
+        ASSERT_TRUE(ClasificarMinimaDistancia(bc, clases, md));
+        ASSERT_TRUE(ClasificarParalelepipedos(bc, clases, 1, pp));
+        FijarNucleos(0);
+        ASSERT_TRUE(ClasificarMaximaProbabilidad(bc, clases, mp));
+        std::vector<ModeloGaussiano> modelos;
+        for (const auto& c : clases) modelos.push_back(PrepararModelo(c));
+        for (long i = 0; i < filas * cols; ++i) {
+            double x[3];
+            for (int b = 0; b < 3; ++b) x[b] = bandas[b].pixeles.Valor(static_cast<std::size_t>(i));
+            std::size_t mejorD = 0, mejorG = 0;
+            double dMin = 0, gMax = 0;
+            uint8_t caja = 0;
+            for (std::size_t k = 0; k < clases.size(); ++k) {
+                double s = 0;
+                int dentro = 0;
+                for (int b = 0; b < 3; ++b) {
+                    s += (x[b] - clases[k].media[b]) * (x[b] - clases[k].media[b]);
+                    const double lo = clases[k].media[b] - 1.0 * clases[k].desviacion[b];
+                    const double hi = clases[k].media[b] + 1.0 * clases[k].desviacion[b];
+                    dentro += lo <= x[b] && x[b] <= hi;
+                }
+                const double d = std::sqrt(s), g = LogVerosimilitud(modelos[k], x);
+                if (k == 0 || d < dMin) dMin = d, mejorD = k;
+                if (k == 0 || g > gMax) gMax = g, mejorG = k;
+                if (dentro == 3) caja = static_cast<uint8_t>(NdClase(clases[k]));
+            }
+            ASSERT_EQ(md[i], static_cast<uint8_t>(NdClase(clases[mejorD]))) << codigo << " " << i;
+            ASSERT_EQ(mp[i], static_cast<uint8_t>(NdClase(clases[mejorG]))) << codigo << " " << i;
+            ASSERT_EQ(pp[i], caja) << codigo << " " << i;
+        }
+    }
+}
+
 ResultadoNoSupervisada Agrupar(int codigo, const std::vector<double>& v, int k, std::vector<double>& salida,
                                int max = 0) {
     CImagen b = Imagen(codigo, 1, static_cast<long>(v.size()), v);
