@@ -13,9 +13,11 @@ bool ClasificarMinimaDistancia(const BandasClasificar& b, const std::vector<Clas
     for (std::size_t i = 0; i < k; ++i) nd[i] = AlmacenarEntero<uint8_t>(NdClase(clases[i]));
     if (k == 0) return true;
     return RecorrerFilas(b, salida, p, [&](const double* const* x, std::size_t c, uint8_t* r) {
-        thread_local std::vector<double> suma, mejor;
+        thread_local std::vector<double> suma, mejor, sumaMejor;
         suma.resize(c);
         mejor.resize(c);
+        sumaMejor.resize(c);
+        double* sb = sumaMejor.data();
         double* s = suma.data();
         double* dm = mejor.data();
         for (std::size_t i = 0; i < k; ++i) {
@@ -30,14 +32,21 @@ bool ClasificarMinimaDistancia(const BandasClasificar& b, const std::vector<Clas
             if (i == 0) {
                 for (std::size_t j = 0; j < c; ++j) {
                     dm[j] = std::sqrt(s[j]);
+                    sb[j] = s[j];
                     r[j] = v;
                 }
             } else {
+                // sqrt is monotone: a sum not below the best one's cannot give
+                // a smaller distance, so only smaller sums take the root.
                 for (std::size_t j = 0; j < c; ++j) {
-                    const double d = std::sqrt(s[j]);
-                    const bool gana = d < dm[j];
-                    dm[j] = gana ? d : dm[j];
-                    r[j] = gana ? v : r[j];
+                    if (s[j] < sb[j]) {
+                        const double d = std::sqrt(s[j]);
+                        if (d < dm[j]) {
+                            dm[j] = d;
+                            sb[j] = s[j];
+                            r[j] = v;
+                        }
+                    }
                 }
             }
         }

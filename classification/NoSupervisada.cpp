@@ -33,9 +33,11 @@ struct Sumas {
 // figures as sqrt(sum over bands of pow(x - centre, 2.0)), compared strictly.
 void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
               uint32_t* indice) {
-    thread_local std::vector<double> suma, mejor;
+    thread_local std::vector<double> suma, mejor, sumaMejor;
     suma.resize(c);
     mejor.resize(c);
+    sumaMejor.resize(c);
+    double* sb = sumaMejor.data();
     double* s = suma.data();
     double* dm = mejor.data();
     for (std::size_t i = 0; i < k; ++i) {
@@ -48,15 +50,22 @@ void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& 
         if (i == 0) {
             for (std::size_t j = 0; j < c; ++j) {
                 dm[j] = std::sqrt(s[j]);
+                sb[j] = s[j];
                 indice[j] = 0;
             }
         } else {
             const auto ii = static_cast<uint32_t>(i);
             for (std::size_t j = 0; j < c; ++j) {
-                const double d = std::sqrt(s[j]);
-                const bool gana = d < dm[j];
-                dm[j] = gana ? d : dm[j];
-                indice[j] = gana ? ii : indice[j];
+                // sqrt is monotone: a sum not below the best one's cannot give
+                // a smaller distance, so only smaller sums take the root.
+                if (s[j] < sb[j]) {
+                    const double d = std::sqrt(s[j]);
+                    if (d < dm[j]) {
+                        dm[j] = d;
+                        sb[j] = s[j];
+                        indice[j] = ii;
+                    }
+                }
             }
         }
     }
