@@ -137,4 +137,8 @@ inline constexpr const char* kSinMemoriaOperacion = "No hay memoria suficiente p
 inline constexpr const char* kOperacionFallida = "No se ha podido realizar la operación: ";
 inline constexpr const char* kCoeficientesFiltro =
     "El número de coeficientes del filtro no corresponde al tamaño de la ventana.";
+inline constexpr const char* kFicheroClaseIlegible =
+    "El fichero de clase no se ha podido leer o no tiene una estadística por cada banda: ";
+inline constexpr const char* kSinConvergencia =
+    "La clasificación no supervisada se ha detenido sin converger al llegar al máximo de pasadas: ";
 }  // namespace orvela::texto

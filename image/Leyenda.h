@@ -14,6 +14,9 @@ struct ClaseLeyenda {
 
 // Raster path with ".ozm" replaced by "Leyenda.txt".
 std::string RutaLeyenda(const std::string& rutaRaster);
+// The file's text (UTF-8): the count, then per class name, "ND Clase:" +
+// integer ND (truncated), blank line.
+std::string TextoLeyenda(const std::vector<ClaseLeyenda>& clases);
 // Writes the count, then per class: name, "ND Clase:" + integer ND, blank line.
 bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyenda>& clases);
 // Reading of the legend window (count; name as one word; ND after the colon).
