@@ -1,69 +1,54 @@
-// A chart as plain data: what an operation gives back when its result is a
-// diagram (a scatter of two bands with the regression line, a profile). The
-// desktop shows it in a chart window; the batch front end draws it into a
-// PNG file (tools/DibujarGrafico.h). Nothing here knows how it is drawn.
+// A chart as plain data: what an operation gives (a scatter diagram, a line
+// profile) and what the chart window and the picture writer draw
+// (tools/DibujarGrafico.h). Nothing here knows how it is drawn.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace orvela {
 
-using ColorGrafico = std::array<uint8_t, 3>;  // red, green, blue
-
-// A point; `cuenta` is how many samples fell on it, so that a dense cloud
-// (a 256 x 256 grid of counts) is shaded by how full each cell is.
 struct PuntoGrafico {
     double x = 0, y = 0;
+    // Pixels that fall on this point; a dense cloud is shaded by it.
     uint64_t cuenta = 1;
 };
 
-struct SeriePuntos {
+struct SerieGrafico {
+    // Points: a square of `lado` pixels each, from a pale tint (one pixel)
+    // to the full colour (the series' fullest point) on a logarithmic scale
+    // of the counts, when they differ. Linea: a polyline through the points
+    // in order. Recta: the straight line y = a + b x across the x range.
+    enum class Clase { Puntos, Linea, Recta };
+    Clase clase = Clase::Puntos;
     std::string nombre;
-    ColorGrafico color{0, 0, 160};
-    int lado = 3;  // side of the square drawn for each point, in pixels
-    // Whether the colour of a point goes from pale (one sample) to `color`
-    // (the fullest point of the series), on a logarithmic scale.
-    bool sombrearPorCuenta = false;
-    std::vector<PuntoGrafico> puntos;
-};
+    std::vector<PuntoGrafico> puntos;  // a line joins them in order
+    uint32_t color = 0x000000;         // 0xRRGGBB
+    double a = 0, b = 0;               // of a Recta
+    int lado = 3;                      // of a point, pixels
+    int grosor = 1;                    // of a line, pixels
 
-// A polyline through its vertices, or the straight line y = a + b x drawn
-// across the whole x range.
-struct LineaGrafico {
-    std::string nombre;
-    ColorGrafico color{200, 0, 0};
-    int grosor = 1;  // pixels
-    std::vector<std::array<double, 2>> vertices;
-    bool recta = false;
-    double a = 0, b = 0;
-
-    static LineaGrafico Recta(double a, double b, ColorGrafico color = {200, 0, 0}) {
-        LineaGrafico l;
-        l.recta = true;
-        l.a = a;
-        l.b = b;
-        l.color = color;
-        return l;
+    static SerieGrafico Recta(double a, double b, uint32_t color = 0xC80000) {
+        SerieGrafico s;
+        s.clase = Clase::Recta;
+        s.a = a;
+        s.b = b;
+        s.color = color;
+        return s;
     }
 };
 
-// The range of an axis; without one the chart takes the span of its data
-// widened to round tick values.
-struct RangoEje {
-    double minimo = 0, maximo = 1;
-};
-
 struct Grafico {
-    std::string titulo, tituloX, tituloY;  // UTF-8
-    std::optional<RangoEje> rangoX, rangoY;
-    std::vector<SeriePuntos> series;
-    std::vector<LineaGrafico> lineas;
-    ColorGrafico fondo{255, 255, 255}, tinta{0, 0, 0};
-    uint32_t ancho = 640, alto = 480;  // pixels of the drawn picture
+    std::string titulo, ejeX, ejeY;
+    double xMinimo = 0, xMaximo = 1, yMinimo = 0, yMaximo = 1;
+    // Instead of the ranges above, the span of the data widened to round
+    // tick values.
+    bool rangoDeLosDatos = false;
+    std::vector<SerieGrafico> series;
+    // Where the picture goes when written: a fixed ending beside the result's
+    // stem ("_Diagrama.png"), or a path the user gave (`ruta`, which wins).
+    std::string final, ruta;
 };
 
 }  // namespace orvela

@@ -37,12 +37,13 @@ void BM_DiagramaDispersion(benchmark::State& s) {
     for (auto _ : s) {
         Grafico g;
         g.titulo = "Diagrama de dispersión";
-        g.tituloX = "Banda 3";
-        g.tituloY = "Banda 4";
+        g.ejeX = "Banda 3";
+        g.ejeY = "Banda 4";
+        g.rangoDeLosDatos = true;
         auto nube = NubeDeDispersion(x, y);
         if (!nube) s.SkipWithError("sin nube");
         g.series.push_back(std::move(*nube));
-        g.lineas.push_back(LineaGrafico::Recta(3, 0.9));
+        g.series.push_back(SerieGrafico::Recta(3, 0.9));
         benchmark::DoNotOptimize(DibujarGrafico(g).imagen.rgb.data());
     }
     FijarNucleos(0);
@@ -59,8 +60,8 @@ BENCHMARK(BM_DiagramaDispersion)
 void BM_DibujarNube(benchmark::State& s) {
     Grafico g;
     g.titulo = "Diagrama de dispersión";
-    SeriePuntos nube;
-    nube.sombrearPorCuenta = true;
+    g.xMaximo = g.yMaximo = 255;
+    SerieGrafico nube;
     nube.lado = 2;
     for (int j = 0; j < 256; ++j)
         for (int i = 0; i < 256; ++i) nube.puntos.push_back({double(i), double(j), uint64_t(1 + (i * j) % 977)});

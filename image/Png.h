@@ -11,6 +11,8 @@
 
 namespace orvela {
 
+using ColorRgb = std::array<uint8_t, 3>;  // red, green, blue
+
 // A picture of 8-bit red, green, blue triples, row by row from the top.
 struct RasterRgb {
     uint32_t ancho = 0, alto = 0;

@@ -16,8 +16,7 @@ using Color = std::array<uint8_t, 3>;
 // A 10 x 10 frame with nothing in it but what the test adds.
 Grafico Vacio() {
     Grafico g;
-    g.rangoX = RangoEje{0, 10};
-    g.rangoY = RangoEje{0, 10};
+    g.xMaximo = g.yMaximo = 10;
     return g;
 }
 
@@ -60,9 +59,9 @@ TEST(Grafico, MarcasYRangosRedondos) {
 
 TEST(Grafico, UnPuntoCaeEnSuCeldaYLosExtremosEnLasEsquinas) {
     Grafico g = Vacio();
-    SeriePuntos s;
+    SerieGrafico s;
     s.lado = 1;
-    s.color = {0, 0, 255};
+    s.color = 0x0000FF;
     s.puntos = {{5, 5}, {0, 0}, {10, 10}, {2.5, 7.5}, {11, 5}};  // the last is outside the range
     g.series.push_back(s);
     const GraficoDibujado d = DibujarGrafico(g);
@@ -92,10 +91,9 @@ TEST(Grafico, UnPuntoCaeEnSuCeldaYLosExtremosEnLasEsquinas) {
 
 TEST(Grafico, LasCuentasSombreanDeClaroAlColorEntero) {
     Grafico g = Vacio();
-    SeriePuntos s;
+    SerieGrafico s;
     s.lado = 1;
-    s.color = {0, 0, 160};
-    s.sombrearPorCuenta = true;
+    s.color = 0x0000A0;
     s.puntos = {{2, 2, 1}, {5, 5, 100}, {8, 8, 10}};
     g.series.push_back(s);
     const GraficoDibujado d = DibujarGrafico(g);
@@ -104,22 +102,22 @@ TEST(Grafico, LasCuentasSombreanDeClaroAlColorEntero) {
     EXPECT_EQ(En(d, d.marco.APixel(2, 2)), (Color{191, 191, 231}));
     EXPECT_EQ(En(d, d.marco.APixel(5, 5)), (Color{0, 0, 160}));
     EXPECT_EQ(En(d, d.marco.APixel(8, 8)), (Color{96, 96, 196}));  // f = 0.625
-    // Without shading every point has the colour.
-    g.series[0].sombrearPorCuenta = false;
+    // Counts all alike: every point has the colour.
+    for (auto& p : g.series[0].puntos) p.cuenta = 4;
     EXPECT_EQ(Contar(DibujarGrafico(g).imagen, Color{0, 0, 160}), 3);
 }
 
 TEST(Grafico, RectasYPolilineasRecortadasAlMarco) {
     Grafico g = Vacio();
-    g.lineas.push_back(LineaGrafico::Recta(2, 0.5, {200, 0, 0}));  // from (0, 2) to (10, 7)
-    LineaGrafico h;
-    h.color = {0, 150, 0};
-    h.vertices = {{-5, 9}, {20, 9}};  // beyond both sides
-    g.lineas.push_back(h);
-    LineaGrafico fuera;
-    fuera.color = {0, 0, 99};
-    fuera.vertices = {{0, 12}, {10, 30}};  // wholly above
-    g.lineas.push_back(fuera);
+    g.series.push_back(SerieGrafico::Recta(2, 0.5, 0xC80000));  // from (0, 2) to (10, 7)
+    SerieGrafico h;
+    h.clase = SerieGrafico::Clase::Linea;
+    h.color = 0x009600;
+    h.puntos = {{-5, 9}, {20, 9}};  // beyond both sides
+    g.series.push_back(h);
+    h.color = 0x000063;
+    h.puntos = {{0, 12}, {10, 30}};  // wholly above
+    g.series.push_back(h);
     const GraficoDibujado d = DibujarGrafico(g);
     const MarcoGrafico& m = d.marco;
     EXPECT_EQ(En(d, m.APixel(0, 2)), (Color{200, 0, 0}));
@@ -136,20 +134,29 @@ TEST(Grafico, RectasYPolilineasRecortadasAlMarco) {
 
 TEST(Grafico, SinRangoTomaElDeLosDatosRedondeado) {
     Grafico g;
-    g.series.push_back(SeriePuntos{.puntos = {{3, -2}, {47, 18}}});
+    g.rangoDeLosDatos = true;
+    g.series.push_back(SerieGrafico{.puntos = {{3, -2}, {47, 18}}});
     // The straight line counts at both ends of the x range: 0 + 1 * 50.
-    g.lineas.push_back(LineaGrafico::Recta(0, 1));
+    g.series.push_back(SerieGrafico::Recta(0, 1));
     const MarcoGrafico m = DibujarGrafico(g).marco;
     EXPECT_EQ((std::pair(m.x.minimo, m.x.maximo)), std::pair(0.0, 50.0));
     EXPECT_EQ((std::pair(m.y.minimo, m.y.maximo)), std::pair(-10.0, 50.0));
     // Nothing to show: the unit square.
-    const MarcoGrafico v = DibujarGrafico(Grafico{}).marco;
+    Grafico nada;
+    nada.rangoDeLosDatos = true;
+    const MarcoGrafico v = DibujarGrafico(nada).marco;
     EXPECT_EQ((std::array{v.x.minimo, v.x.maximo, v.y.minimo, v.y.maximo}), (std::array{0.0, 1.0, 0.0, 1.0}));
+    // A range that is not one falls back on the data.
+    g.rangoDeLosDatos = false;
+    g.xMinimo = g.xMaximo = 5;
+    g.yMinimo = -10;
+    g.yMaximo = 60;
+    const MarcoGrafico w = DibujarGrafico(g).marco;
+    EXPECT_EQ((std::array{w.x.minimo, w.x.maximo, w.y.minimo, w.y.maximo}), (std::array{0.0, 50.0, -10.0, 60.0}));
 }
 
 TEST(Grafico, TitulosYNumerosConTinta) {
     Grafico g = Vacio();
-    g.tinta = {10, 20, 30};
     g.titulo = "Regresión";
     const GraficoDibujado d = DibujarGrafico(g);
     // The title is drawn at twice the size, 4 pixels per glyph pixel, in
@@ -158,11 +165,11 @@ TEST(Grafico, TitulosYNumerosConTinta) {
     for (char32_t c : fuente::Caracteres("Regresión"))
         for (uint8_t fila : fuente::GlifoDe(c)) tinta += std::popcount(fila);
     for (uint32_t y = 0; y < static_cast<uint32_t>(d.marco.y0 - 5); ++y)
-        for (uint32_t x = 0; x < d.imagen.ancho; ++x) pintados += d.imagen.Color(x, y) == g.tinta;
+        for (uint32_t x = 0; x < d.imagen.ancho; ++x) pintados += d.imagen.Color(x, y) == Color{0, 0, 0};
     EXPECT_EQ(pintados, 4 * tinta);
     // Axis titles take room: the plot area shrinks.
-    g.tituloX = "Banda 3";
-    g.tituloY = "Banda 4";
+    g.ejeX = "Banda 3";
+    g.ejeY = "Banda 4";
     const MarcoGrafico a = DibujarGrafico(g).marco, b = DibujarGrafico(Vacio()).marco;
     EXPECT_GT(a.x0, b.x0);
     EXPECT_LT(a.alto, b.alto - fuente::kLinea);
@@ -215,7 +222,6 @@ TEST(Grafico, NubeDeCuentasDeDosBandasEnCadaTipo) {
         const CImagen y = Imagen(c.codigo, 1, static_cast<long>(c.y.size()), c.y);
         const auto s = NubeDeDispersion(x.pixeles, y.pixeles);
         ASSERT_TRUE(s) << c.codigo;
-        EXPECT_TRUE(s->sombrearPorCuenta);
         ASSERT_EQ(s->puntos.size(), c.puntos.size()) << c.codigo;
         for (std::size_t i = 0; i < c.puntos.size(); ++i) {
             EXPECT_DOUBLE_EQ(s->puntos[i].x, c.puntos[i].x) << c.codigo << " " << i;
@@ -260,14 +266,12 @@ TEST(Grafico, PngLeidoPorLibpngIgualAlDibujo) {
     CarpetaPrueba dir;
     Grafico g = Vacio();
     g.titulo = "Perfil ¿año?";
-    g.ancho = 300;
-    g.alto = 200;
-    g.lineas.push_back(LineaGrafico::Recta(1, 0.8));
-    ASSERT_TRUE(EscribirGraficoPng(g, dir / "g.png"));
+    g.series.push_back(SerieGrafico::Recta(1, 0.8));
+    ASSERT_TRUE(EscribirGraficoPng(g, dir / "g.png", 300, 200));
     const PngLeido png = LeerPngLibpng(dir / "g.png");
     ASSERT_TRUE(png.ok);
     EXPECT_FALSE(png.indexado);
-    const GraficoDibujado d = DibujarGrafico(g);
+    const GraficoDibujado d = DibujarGrafico(g, 300, 200);
     EXPECT_EQ(std::make_pair(png.ancho, png.alto), std::make_pair(300u, 200u));
     EXPECT_TRUE(png.rgb == d.imagen.rgb);
     EXPECT_FALSE(EscribirGraficoPng(g, dir / "no/g.png"));

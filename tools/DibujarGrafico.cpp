@@ -50,14 +50,14 @@ std::string Numero(double v, double paso) {
 class Lienzo {
 public:
     explicit Lienzo(RasterRgb& r) : r_(r) {}
-    void Punto(long x, long y, ColorGrafico c) {
+    void Punto(long x, long y, ColorRgb c) {
         if (x < 0 || y < 0 || x >= static_cast<long>(r_.ancho) || y >= static_cast<long>(r_.alto)) return;
         uint8_t* p = r_.Pixel(static_cast<uint32_t>(x), static_cast<uint32_t>(y));
         p[0] = c[0];
         p[1] = c[1];
         p[2] = c[2];
     }
-    void Rectangulo(long x0, long y0, long x1, long y1, ColorGrafico c) {  // filled, inclusive
+    void Rectangulo(long x0, long y0, long x1, long y1, ColorRgb c) {  // filled, inclusive
         for (long y = y0; y <= y1; ++y)
             for (long x = x0; x <= x1; ++x) Punto(x, y, c);
     }
@@ -92,7 +92,7 @@ bool Recortar(double& x0, double& y0, double& x1, double& y1, double xa, double 
     return true;
 }
 
-void Segmento(Lienzo& l, const MarcoGrafico& m, std::array<double, 2> a, std::array<double, 2> b, ColorGrafico c,
+void Segmento(Lienzo& l, const MarcoGrafico& m, std::array<double, 2> a, std::array<double, 2> b, ColorRgb c,
               int grosor) {
     double x0 = a[0], y0 = a[1], x1 = b[0], y1 = b[1];
     if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1)) return;
@@ -119,6 +119,10 @@ void Segmento(Lienzo& l, const MarcoGrafico& m, std::array<double, 2> a, std::ar
             py += sy;
         }
     }
+}
+
+ColorRgb Rgb(uint32_t c) {
+    return {static_cast<uint8_t>(c >> 16), static_cast<uint8_t>(c >> 8), static_cast<uint8_t>(c)};
 }
 
 // The span of the data along one axis (the straight lines have none of
@@ -152,10 +156,12 @@ RangoEje RangoRedondo(double minimo, double maximo, int cuantas) {
     return {std::floor(minimo / paso + 1e-9) * paso, std::ceil(maximo / paso - 1e-9) * paso};
 }
 
-GraficoDibujado DibujarGrafico(const Grafico& g) {
+GraficoDibujado DibujarGrafico(const Grafico& g, uint32_t anchoPedido, uint32_t altoPedido) {
     GraficoDibujado d;
-    const uint32_t ancho = std::clamp<uint32_t>(g.ancho, 160, 8000), alto = std::clamp<uint32_t>(g.alto, 120, 8000);
-    d.imagen = RasterRgb(ancho, alto, g.fondo);
+    const uint32_t ancho = std::clamp<uint32_t>(anchoPedido, 160, 8000);
+    const uint32_t alto = std::clamp<uint32_t>(altoPedido, 120, 8000);
+    const ColorRgb fondo{255, 255, 255}, tinta{0, 0, 0};
+    d.imagen = RasterRgb(ancho, alto, fondo);
     Lienzo l(d.imagen);
     const int s = ancho >= 1200 && alto >= 900 ? 2 : 1;  // text scale
     const int margen = 8 * s, marca = 4 * s, linea = fuente::kLinea * s;
@@ -167,20 +173,18 @@ GraficoDibujado DibujarGrafico(const Grafico& g) {
             Extender(p.x, xmn, xmx);
             Extender(p.y, ymn, ymx);
         }
-    for (const auto& li : g.lineas)
-        for (const auto& v : li.vertices) {
-            Extender(v[0], xmn, xmx);
-            Extender(v[1], ymn, ymx);
-        }
     if (xmn > xmx) xmn = 0, xmx = 1;
-    const RangoEje rx = g.rangoX ? *g.rangoX : RangoRedondo(xmn, xmx);
-    for (const auto& li : g.lineas)
-        if (li.recta) {
-            Extender(li.a + li.b * rx.minimo, ymn, ymx);
-            Extender(li.a + li.b * rx.maximo, ymn, ymx);
+    auto valido = [](double a, double b) { return std::isfinite(a) && std::isfinite(b) && a < b; };
+    const RangoEje rx = !g.rangoDeLosDatos && valido(g.xMinimo, g.xMaximo) ? RangoEje{g.xMinimo, g.xMaximo}
+                                                                          : RangoRedondo(xmn, xmx);
+    for (const auto& serie : g.series)
+        if (serie.clase == SerieGrafico::Clase::Recta) {
+            Extender(serie.a + serie.b * rx.minimo, ymn, ymx);
+            Extender(serie.a + serie.b * rx.maximo, ymn, ymx);
         }
     if (ymn > ymx) ymn = 0, ymx = 1;
-    const RangoEje ry = g.rangoY ? *g.rangoY : RangoRedondo(ymn, ymx);
+    const RangoEje ry = !g.rangoDeLosDatos && valido(g.yMinimo, g.yMaximo) ? RangoEje{g.yMinimo, g.yMaximo}
+                                                                          : RangoRedondo(ymn, ymx);
     const std::vector<double> mx = MarcasEje(rx.minimo, rx.maximo), my = MarcasEje(ry.minimo, ry.maximo);
     const double pasoX = Paso(rx.minimo, rx.maximo, 6), pasoY = Paso(ry.minimo, ry.maximo, 6);
 
@@ -188,9 +192,9 @@ GraficoDibujado DibujarGrafico(const Grafico& g) {
     // outside them.
     int anchoNumerosY = 0;
     for (double v : my) anchoNumerosY = std::max(anchoNumerosY, fuente::AnchoTexto(Numero(v, pasoY), s));
-    const int izquierda = margen + (g.tituloY.empty() ? 0 : linea + margen / 2) + anchoNumerosY + marca + margen / 2;
+    const int izquierda = margen + (g.ejeY.empty() ? 0 : linea + margen / 2) + anchoNumerosY + marca + margen / 2;
     const int arriba = margen + (g.titulo.empty() ? linea / 2 : 2 * linea + margen / 2);
-    const int abajo = marca + margen / 2 + linea + (g.tituloX.empty() ? 0 : linea + margen / 2) + margen;
+    const int abajo = marca + margen / 2 + linea + (g.ejeX.empty() ? 0 : linea + margen / 2) + margen;
     const int derecha = margen + (mx.empty() ? 0 : fuente::AnchoTexto(Numero(mx.back(), pasoX), s) / 2);
     MarcoGrafico& m = d.marco;
     m.x0 = izquierda;
@@ -202,7 +206,7 @@ GraficoDibujado DibujarGrafico(const Grafico& g) {
     const int x1 = m.x0 + m.ancho - 1, y1 = m.y0 + m.alto - 1;
 
     // Grid at the ticks.
-    const ColorGrafico rejilla{225, 225, 225};
+    const ColorRgb rejilla{225, 225, 225};
     for (double v : mx) {
         const long px = std::lround(m.APixel(v, ry.minimo)[0]);
         for (long y = m.y0; y <= y1; ++y) l.Punto(px, y, rejilla);
@@ -212,27 +216,30 @@ GraficoDibujado DibujarGrafico(const Grafico& g) {
         for (long x = m.x0; x <= x1; ++x) l.Punto(x, py, rejilla);
     }
 
-    // Points, the fuller ones over the emptier ones.
+    // Points, the fuller ones over the emptier ones; then the lines over
+    // every point.
     for (const auto& serie : g.series) {
+        if (serie.clase != SerieGrafico::Clase::Puntos) continue;
+        const ColorRgb color = Rgb(serie.color);
         uint64_t mayor = 1;
         for (const auto& p : serie.puntos) mayor = std::max(mayor, p.cuenta);
         std::vector<const PuntoGrafico*> orden;
         for (const auto& p : serie.puntos) orden.push_back(&p);
-        if (serie.sombrearPorCuenta)
+        if (mayor > 1)
             std::stable_sort(orden.begin(), orden.end(),
                              [](const PuntoGrafico* a, const PuntoGrafico* b) { return a->cuenta < b->cuenta; });
         const int lado = std::max(1, serie.lado), antes = (lado - 1) / 2;
         for (const PuntoGrafico* p : orden) {
             if (!(p->x >= rx.minimo && p->x <= rx.maximo && p->y >= ry.minimo && p->y <= ry.maximo)) continue;
-            ColorGrafico c = serie.color;
-            if (serie.sombrearPorCuenta && mayor > 1) {
+            ColorRgb c = color;
+            if (mayor > 1) {
                 // From a pale tint (one sample) to the full colour, on a
                 // logarithmic scale of the count.
                 const double t = std::log1p(static_cast<double>(std::max<uint64_t>(p->cuenta, 1)) - 1) /
                                  std::log(static_cast<double>(mayor));
                 const double f = 0.25 + 0.75 * std::clamp(t, 0.0, 1.0);
                 for (int k = 0; k < 3; ++k)
-                    c[k] = static_cast<uint8_t>(std::lround(g.fondo[k] + f * (serie.color[k] - g.fondo[k])));
+                    c[k] = static_cast<uint8_t>(std::lround(fondo[k] + f * (color[k] - fondo[k])));
             }
             const auto q = m.APixel(p->x, p->y);
             const long px = std::lround(q[0]) - antes, py = std::lround(q[1]) - antes;
@@ -241,62 +248,61 @@ GraficoDibujado DibujarGrafico(const Grafico& g) {
         }
     }
 
-    // Lines.
-    for (const auto& li : g.lineas) {
+    for (const auto& li : g.series) {
         const int grosor = std::clamp(li.grosor, 1, 9);
-        if (li.recta) {
+        const ColorRgb color = Rgb(li.color);
+        const auto& v = li.puntos;
+        if (li.clase == SerieGrafico::Clase::Recta)
             Segmento(l, m, m.APixel(rx.minimo, li.a + li.b * rx.minimo), m.APixel(rx.maximo, li.a + li.b * rx.maximo),
-                     li.color, grosor);
-            continue;
-        }
-        for (std::size_t i = 1; i < li.vertices.size(); ++i)
-            Segmento(l, m, m.APixel(li.vertices[i - 1][0], li.vertices[i - 1][1]),
-                     m.APixel(li.vertices[i][0], li.vertices[i][1]), li.color, grosor);
-        if (li.vertices.size() == 1)
-            Segmento(l, m, m.APixel(li.vertices[0][0], li.vertices[0][1]),
-                     m.APixel(li.vertices[0][0], li.vertices[0][1]), li.color, grosor);
+                     color, grosor);
+        if (li.clase != SerieGrafico::Clase::Linea) continue;
+        for (std::size_t i = 1; i < v.size(); ++i)
+            Segmento(l, m, m.APixel(v[i - 1].x, v[i - 1].y), m.APixel(v[i].x, v[i].y), color, grosor);
+        if (v.size() == 1) Segmento(l, m, m.APixel(v[0].x, v[0].y), m.APixel(v[0].x, v[0].y), color, grosor);
     }
 
     // Frame, ticks and their numbers.
     for (long x = m.x0 - 1; x <= x1 + 1; ++x) {
-        l.Punto(x, m.y0 - 1, g.tinta);
-        l.Punto(x, y1 + 1, g.tinta);
+        l.Punto(x, m.y0 - 1, tinta);
+        l.Punto(x, y1 + 1, tinta);
     }
     for (long y = m.y0 - 1; y <= y1 + 1; ++y) {
-        l.Punto(m.x0 - 1, y, g.tinta);
-        l.Punto(x1 + 1, y, g.tinta);
+        l.Punto(m.x0 - 1, y, tinta);
+        l.Punto(x1 + 1, y, tinta);
     }
     const int altoTexto = 7 * s;  // capitals and digits: rows 1 to 7 of the cell
     for (double v : mx) {
         const long px = std::lround(m.APixel(v, ry.minimo)[0]);
-        for (long k = 1; k <= marca; ++k) l.Punto(px, y1 + 1 + k, g.tinta);
+        for (long k = 1; k <= marca; ++k) l.Punto(px, y1 + 1 + k, tinta);
         const std::string t = Numero(v, pasoX);
         fuente::DibujarTexto(d.imagen, static_cast<int>(px) - fuente::AnchoTexto(t, s) / 2,
-                             y1 + 1 + marca + margen / 2 - s, t, g.tinta, s);
+                             y1 + 1 + marca + margen / 2 - s, t, tinta, s);
     }
     for (double v : my) {
         const long py = std::lround(m.APixel(rx.minimo, v)[1]);
-        for (long k = 1; k <= marca; ++k) l.Punto(m.x0 - 1 - k, py, g.tinta);
+        for (long k = 1; k <= marca; ++k) l.Punto(m.x0 - 1 - k, py, tinta);
         const std::string t = Numero(v, pasoY);
         fuente::DibujarTexto(d.imagen, m.x0 - 1 - marca - margen / 2 - fuente::AnchoTexto(t, s),
-                             static_cast<int>(py) - altoTexto / 2 - s, t, g.tinta, s);
+                             static_cast<int>(py) - altoTexto / 2 - s, t, tinta, s);
     }
 
     // Titles: the chart's centred above, x's centred below, y's turned on
     // the left.
     if (!g.titulo.empty())
         fuente::DibujarTexto(d.imagen, static_cast<int>(ancho) / 2 - fuente::AnchoTexto(g.titulo, 2 * s) / 2, margen,
-                             g.titulo, g.tinta, 2 * s);
-    if (!g.tituloX.empty())
-        fuente::DibujarTexto(d.imagen, m.x0 + m.ancho / 2 - fuente::AnchoTexto(g.tituloX, s) / 2,
-                             y1 + 1 + marca + margen / 2 + linea + margen / 2, g.tituloX, g.tinta, s);
-    if (!g.tituloY.empty())
-        fuente::DibujarTexto(d.imagen, margen, m.y0 + m.alto / 2 + fuente::AnchoTexto(g.tituloY, s) / 2, g.tituloY,
-                             g.tinta, s, true);
+                             g.titulo, tinta, 2 * s);
+    if (!g.ejeX.empty())
+        fuente::DibujarTexto(d.imagen, m.x0 + m.ancho / 2 - fuente::AnchoTexto(g.ejeX, s) / 2,
+                             y1 + 1 + marca + margen / 2 + linea + margen / 2, g.ejeX, tinta, s);
+    if (!g.ejeY.empty())
+        fuente::DibujarTexto(d.imagen, margen, m.y0 + m.alto / 2 + fuente::AnchoTexto(g.ejeY, s) / 2, g.ejeY,
+                             tinta, s, true);
     return d;
 }
 
-bool EscribirGraficoPng(const Grafico& g, const std::string& ruta) { return EscribirPng(ruta, DibujarGrafico(g).imagen); }
+bool EscribirGraficoPng(const Grafico& g, const std::string& ruta, uint32_t ancho, uint32_t alto) {
+    return EscribirPng(ruta, DibujarGrafico(g, ancho, alto).imagen);
+}
 
 // ----- The cloud of counts of a pair of bands.
 
@@ -358,7 +364,7 @@ void IndicesCelda(const Muestras& m, const Celdas& c, std::size_t desde, std::si
 
 }  // namespace
 
-std::optional<SeriePuntos> NubeDeDispersion(const Muestras& x, const Muestras& y, Progreso& p) {
+std::optional<SerieGrafico> NubeDeDispersion(const Muestras& x, const Muestras& y, Progreso& p) {
     if (x.Cantidad() != y.Cantidad() || !CodigoValido(x.Codigo()) || !CodigoValido(y.Codigo()) ||
         x.Cantidad() == 0)
         return std::nullopt;
@@ -384,9 +390,9 @@ std::optional<SeriePuntos> NubeDeDispersion(const Muestras& x, const Muestras& y
     std::vector<uint64_t> cuenta(256 * 256, 0);
     for (const Rejilla& r : *partes)
         for (std::size_t k = 0; k < cuenta.size(); ++k) cuenta[k] += r[k];
-    SeriePuntos s;
+    SerieGrafico s;
     s.lado = 2;
-    s.sombrearPorCuenta = true;
+    s.color = 0x0000A0;
     for (int j = 0; j < cy.n; ++j)
         for (int i = 0; i < cx.n; ++i)
             if (const uint64_t c = cuenta[static_cast<std::size_t>(j) * 256 + i])

@@ -15,6 +15,10 @@
 
 namespace orvela {
 
+struct RangoEje {
+    double minimo = 0, maximo = 1;
+};
+
 // Where the data went: the plot area in pixels (columns x0 .. x0 + ancho - 1,
 // rows y0 .. y0 + alto - 1) and the ranges drawn across it.
 struct MarcoGrafico {
@@ -32,9 +36,11 @@ struct GraficoDibujado {
     MarcoGrafico marco;
 };
 
-GraficoDibujado DibujarGrafico(const Grafico& g);
+// The picture of a chart, ancho x alto pixels (at least 160 x 120); text
+// is drawn twice as large from 1200 x 900 up.
+GraficoDibujado DibujarGrafico(const Grafico& g, uint32_t ancho = 640, uint32_t alto = 480);
 // False when the file cannot be written (what was on disk stays).
-bool EscribirGraficoPng(const Grafico& g, const std::string& ruta);
+bool EscribirGraficoPng(const Grafico& g, const std::string& ruta, uint32_t ancho = 640, uint32_t alto = 480);
 
 // Values of the ticks over a range: multiples of 1, 2 or 5 times a power of
 // ten, about `cuantas` of them, all inside [minimo, maximo].
@@ -48,6 +54,6 @@ RangoEje RangoRedondo(double minimo, double maximo, int cuantas = 6);
 // the samples in one pass, one point per cell that holds any, at the cell's
 // centre. Samples that are not numbers are left out. nullopt when cancelled
 // or when the bands differ in size.
-std::optional<SeriePuntos> NubeDeDispersion(const Muestras& x, const Muestras& y, Progreso& p = SinProgreso());
+std::optional<SerieGrafico> NubeDeDispersion(const Muestras& x, const Muestras& y, Progreso& p = SinProgreso());
 
 }  // namespace orvela

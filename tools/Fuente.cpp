@@ -195,7 +195,7 @@ int AnchoTexto(std::string_view utf8, int escala) {
     return n == 0 ? 0 : (n * kAvance - 1) * escala;
 }
 
-void DibujarTexto(RasterRgb& r, int x, int y, std::string_view utf8, ColorGrafico color, int escala, bool vertical) {
+void DibujarTexto(RasterRgb& r, int x, int y, std::string_view utf8, ColorRgb color, int escala, bool vertical) {
     auto punto = [&](long px, long py) {
         if (px < 0 || py < 0 || px >= static_cast<long>(r.ancho) || py >= static_cast<long>(r.alto)) return;
         uint8_t* p = r.Pixel(static_cast<uint32_t>(px), static_cast<uint32_t>(py));

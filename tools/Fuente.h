@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "base/Grafico.h"
 #include "image/Png.h"
 
 namespace orvela::fuente {
@@ -33,7 +32,7 @@ int AnchoTexto(std::string_view utf8, int escala = 1);
 // Draws a text with its top-left corner at (x, y); parts outside the
 // picture are left out. `vertical` turns it a quarter to the left, reading
 // upwards: (x, y) is then the bottom-left corner of the turned text.
-void DibujarTexto(RasterRgb& r, int x, int y, std::string_view utf8, ColorGrafico color, int escala = 1,
+void DibujarTexto(RasterRgb& r, int x, int y, std::string_view utf8, ColorRgb color, int escala = 1,
                   bool vertical = false);
 
 }  // namespace orvela::fuente
