@@ -32,6 +32,7 @@ public:
 
     CBrimarDoc* DocumentoActivo() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
+    QMdiArea* AreaVentanas() override { return mdi_; }
 
     Interfaz& Ui() { return *ui_; }
     QMdiArea* Area() { return mdi_; }

@@ -97,27 +97,22 @@ void Segmento(Lienzo& l, const MarcoGrafico& m, std::array<double, 2> a, std::ar
     double x0 = a[0], y0 = a[1], x1 = b[0], y1 = b[1];
     if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1)) return;
     if (!Recortar(x0, y0, x1, y1, m.x0 - 0.5, m.y0 - 0.5, m.x0 + m.ancho - 0.5, m.y0 + m.alto - 0.5)) return;
-    // Bresenham between the rounded ends.
-    long px = std::lround(x0), py = std::lround(y0);
-    const long qx = std::lround(x1), qy = std::lround(y1);
-    const long dx = std::labs(qx - px), dy = -std::labs(qy - py);
-    const long sx = px < qx ? 1 : -1, sy = py < qy ? 1 : -1;
-    long err = dx + dy;
+    // One pixel per step along the longer axis, at the rounded position of
+    // the line there: the pixel of any point of the line is the rounded
+    // pixel position of that point.
     const int antes = (grosor - 1) / 2, despues = grosor / 2;
-    for (;;) {
+    auto marcar = [&](long px, long py) {
         for (long v = py - antes; v <= py + despues; ++v)
             for (long u = px - antes; u <= px + despues; ++u)
                 if (u >= m.x0 && u < m.x0 + m.ancho && v >= m.y0 && v < m.y0 + m.alto) l.Punto(u, v, c);
-        if (px == qx && py == qy) break;
-        const long e2 = 2 * err;
-        if (e2 >= dy) {
-            err += dy;
-            px += sx;
-        }
-        if (e2 <= dx) {
-            err += dx;
-            py += sy;
-        }
+    };
+    const double dx = x1 - x0, dy = y1 - y0;
+    if (std::fabs(dx) >= std::fabs(dy)) {
+        const long ua = std::lround(std::min(x0, x1)), ub = std::lround(std::max(x0, x1));
+        for (long u = ua; u <= ub; ++u) marcar(u, std::lround(dx == 0 ? y0 : y0 + (u - x0) * (dy / dx)));
+    } else {
+        const long va = std::lround(std::min(y0, y1)), vb = std::lround(std::max(y0, y1));
+        for (long v = va; v <= vb; ++v) marcar(std::lround(x0 + (v - y0) * (dx / dy)), v);
     }
 }
 
@@ -315,6 +310,7 @@ struct Celdas {
     double ancho = 0;        // of a cell, in values (0: a single value)
     bool entera = false;     // integer band: cell = (v - minimo) / ancho in integers
     long anchoEntero = 1;
+    std::vector<uint16_t> tabla;  // integer bands: the cell of each value
     double Centro(int i) const {
         return entera ? minimo + i * static_cast<double>(anchoEntero) + (anchoEntero - 1) / 2.0
                       : minimo + (i + 0.5) * ancho;
@@ -323,6 +319,8 @@ struct Celdas {
 
 Celdas CeldasDe(const Muestras& m) {
     Celdas c;
+    // Integer bands: every value outside the cells is left out.
+    if (!EsReal(m.Codigo())) c.tabla.assign(m.Codigo() == kByte ? 256 : 65536, 256);
     double mn = 0, mx = 0;
     if (!MinimoMaximo(m, mn, mx) || !(mx >= mn)) return c;
     c.minimo = mn;
@@ -331,6 +329,8 @@ Celdas CeldasDe(const Muestras& m) {
         const long valores = static_cast<long>(mx - mn) + 1;
         c.anchoEntero = (valores + 255) / 256;
         c.n = static_cast<int>((valores + c.anchoEntero - 1) / c.anchoEntero);
+        for (std::size_t v = static_cast<std::size_t>(mn); v < c.tabla.size(); ++v)
+            c.tabla[v] = static_cast<uint16_t>(std::min<long>(c.n - 1, (static_cast<long>(v) - static_cast<long>(mn)) / c.anchoEntero));
     } else if (mx > mn) {
         c.n = 256;
         c.ancho = (mx - mn) / 256;
@@ -344,12 +344,8 @@ void IndicesCelda(const Muestras& m, const Celdas& c, std::size_t desde, std::si
     ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
         const T* d = m.Como<T>().data() + desde;
         if constexpr (std::is_integral_v<T>) {
-            const auto mn = static_cast<long>(c.minimo);
-            if (c.anchoEntero == 1)
-                for (std::size_t i = 0; i < n; ++i) destino[i] = static_cast<uint16_t>(static_cast<long>(d[i]) - mn);
-            else
-                for (std::size_t i = 0; i < n; ++i)
-                    destino[i] = static_cast<uint16_t>((static_cast<long>(d[i]) - mn) / c.anchoEntero);
+            // Every value of the type has its cell looked up in a table.
+            for (std::size_t i = 0; i < n; ++i) destino[i] = c.tabla[d[i]];
         } else {
             const double inv = c.ancho > 0 ? 1.0 / c.ancho : 0.0;
             const int ultima = c.n - 1;
