@@ -206,15 +206,15 @@ TEST(Grafico, NubeDeCuentasDeDosBandasEnCadaTipo) {
         std::vector<double> x, y;
         std::vector<PuntoGrafico> puntos;  // rows of the grid from the bottom
     };
-    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
     const Caso casos[] = {
         // One cell per value.
         {kByte, {0, 0, 1, 255, 7}, {10, 10, 10, 20, 12}, {{0, 10, 2}, {1, 10, 1}, {7, 12, 1}, {255, 20, 1}}},
         // 65536 values: cells of 256, centred between their values.
         {kInteger, {0, 255, 256, 65535}, {3, 3, 3, 5}, {{127.5, 3, 2}, {383.5, 3, 1}, {65407.5, 5, 1}}},
         // Reals: 256 cells over the span; the maximum in the last one; not
-        // a number left out.
-        {kReal, {0, 0.5, 1, 256, nan}, {0, 0, 0, 2, 1}, {{0.5, 0.00390625, 2}, {1.5, 0.00390625, 1}, {255.5, 1.99609375, 1}}},
+        // a number and infinity left out, even first.
+        {kReal, {nan, 0, 0.5, 1, 256, inf}, {1, 0, 0, 0, 2, 1}, {{0.5, 0.00390625, 2}, {1.5, 0.00390625, 1}, {255.5, 1.99609375, 1}}},
         {kDouble, {-1, -1, -1}, {4, 4, 4}, {{-1, 4, 3}}},
     };
     for (const Caso& c : casos) {

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "image/Estadisticas.h"
 #include "tools/Fuente.h"
 
 namespace orvela {
@@ -317,12 +316,48 @@ struct Celdas {
     }
 };
 
-Celdas CeldasDe(const Muestras& m) {
+constexpr long kTramo = 1 << 16;  // samples per piece of the passes
+
+// Minimum and maximum of the samples that are numbers, on every core;
+// nullopt when cancelled, {+inf, -inf} when there is none.
+std::optional<std::array<double, 2>> Extremos(const Muestras& m, Progreso& p) {
+    const long total = static_cast<long>(m.Cantidad());
+    using Par = std::array<double, 2>;
+    const auto partes = PorBloques<Par>(p, (total + kTramo - 1) / kTramo, 16, [&](long t0, long t1) {
+        Par r{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+        ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
+            const T* d = m.Como<T>().data();
+            const std::size_t fin = static_cast<std::size_t>(std::min(total, t1 * kTramo));
+            if (static_cast<std::size_t>(t0 * kTramo) >= fin) return;
+            T a = std::numeric_limits<T>::max(), b = std::numeric_limits<T>::lowest();
+            bool alguno = false;
+            for (std::size_t i = static_cast<std::size_t>(t0 * kTramo); i < fin; ++i) {
+                const T v = d[i];
+                if constexpr (std::is_floating_point_v<T>)
+                    if (!std::isfinite(v)) continue;
+                alguno = true;
+                a = v < a ? v : a;
+                b = v > b ? v : b;
+            }
+            if (alguno) r = {static_cast<double>(a), static_cast<double>(b)};
+        });
+        return r;
+    });
+    if (!partes) return std::nullopt;
+    Par r{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+    for (const Par& q : *partes) {
+        r[0] = std::min(r[0], q[0]);
+        r[1] = std::max(r[1], q[1]);
+    }
+    return r;
+}
+
+Celdas CeldasDe(const Muestras& m, const std::array<double, 2>& extremos) {
     Celdas c;
     // Integer bands: every value outside the cells is left out.
     if (!EsReal(m.Codigo())) c.tabla.assign(m.Codigo() == kByte ? 256 : 65536, 256);
-    double mn = 0, mx = 0;
-    if (!MinimoMaximo(m, mn, mx) || !(mx >= mn)) return c;
+    const double mn = extremos[0], mx = extremos[1];
+    if (!std::isfinite(mn) || !std::isfinite(mx) || !(mx >= mn)) return c;
     c.minimo = mn;
     c.entera = !EsReal(m.Codigo());
     if (c.entera) {
@@ -339,7 +374,7 @@ Celdas CeldasDe(const Muestras& m) {
 }
 
 // Cells of samples [desde, desde + n) of one band; 256 for a sample that is
-// not a number.
+// not a finite number.
 void IndicesCelda(const Muestras& m, const Celdas& c, std::size_t desde, std::size_t n, uint16_t* destino) {
     ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
         const T* d = m.Como<T>().data() + desde;
@@ -350,9 +385,11 @@ void IndicesCelda(const Muestras& m, const Celdas& c, std::size_t desde, std::si
             const double inv = c.ancho > 0 ? 1.0 / c.ancho : 0.0;
             const int ultima = c.n - 1;
             for (std::size_t i = 0; i < n; ++i) {
-                const double t = (static_cast<double>(d[i]) - c.minimo) * inv;
-                destino[i] = t >= 0 ? static_cast<uint16_t>(std::min(static_cast<double>(ultima), t))
-                                    : (t < 0 ? 0 : 256);
+                const double v = static_cast<double>(d[i]);
+                const double t = (v - c.minimo) * inv;
+                destino[i] = !std::isfinite(v) ? 256
+                             : t >= 0          ? static_cast<uint16_t>(std::min(static_cast<double>(ultima), t))
+                                               : 0;
             }
         }
     });
@@ -364,8 +401,10 @@ std::optional<SerieGrafico> NubeDeDispersion(const Muestras& x, const Muestras& 
     if (x.Cantidad() != y.Cantidad() || !CodigoValido(x.Codigo()) || !CodigoValido(y.Codigo()) ||
         x.Cantidad() == 0)
         return std::nullopt;
-    const Celdas cx = CeldasDe(x), cy = CeldasDe(y);
-    constexpr long kTramo = 1 << 16;  // samples per piece
+    const auto ex = Extremos(x, p);
+    const auto ey = ex ? Extremos(y, p) : std::nullopt;
+    if (!ey) return std::nullopt;
+    const Celdas cx = CeldasDe(x, *ex), cy = CeldasDe(y, *ey);
     const long total = static_cast<long>(x.Cantidad());
     const long tramos = (total + kTramo - 1) / kTramo;
     using Rejilla = std::vector<uint32_t>;

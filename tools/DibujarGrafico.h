@@ -52,7 +52,8 @@ RangoEje RangoRedondo(double minimo, double maximo, int cuantas = 6);
 // span (its minimum to its maximum) cut into at most 256 cells (one cell per
 // value for integer bands of 256 values or fewer), the pairs counted over
 // the samples in one pass, one point per cell that holds any, at the cell's
-// centre. Samples that are not numbers are left out. nullopt when cancelled
+// centre. Samples that are not finite numbers are left out (they take no
+// part in the spans either). nullopt when cancelled
 // or when the bands differ in size.
 std::optional<SerieGrafico> NubeDeDispersion(const Muestras& x, const Muestras& y, Progreso& p = SinProgreso());
 
