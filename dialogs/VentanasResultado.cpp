@@ -95,7 +95,7 @@ bool CVentanaInforme::GuardarComo() {
 
 // ----- Chart.
 
-CLienzoGrafico::CLienzoGrafico(const orvela::Grafico& g, QWidget* padre) : QWidget(padre), grafico_(g) {
+CLienzoGrafico::CLienzoGrafico(orvela::Grafico g, QWidget* padre) : QWidget(padre), grafico_(std::move(g)) {
     setObjectName(QStringLiteral("lienzo"));
     setMinimumSize(160, 120);
     setCursor(Qt::CrossCursor);
@@ -125,10 +125,10 @@ void CLienzoGrafico::mousePressEvent(QMouseEvent* e) {
 }
 
 CVentanaGrafico::CVentanaGrafico(Interfaz& ui, orvela::Grafico g, QWidget* padre)
-    : QWidget(padre), ui_(ui), grafico_(std::move(g)) {
-    setWindowTitle(grafico_.titulo.empty() ? QStringLiteral("Gráfico") : QString::fromStdString(grafico_.titulo));
-    lienzo_ = new CLienzoGrafico(grafico_, this);
-    estado_ = new QLabel(this);
+    : QWidget(padre), ui_(ui) {
+    setWindowTitle(g.titulo.empty() ? QStringLiteral("Gráfico") : QString::fromStdString(g.titulo));
+    lienzo_ = new CLienzoGrafico(std::move(g), this);
+    estado_ = new QLabel(QStringLiteral("Pulse sobre el gráfico para leer sus valores."), this);
     estado_->setObjectName(QStringLiteral("estado"));
     auto* fila = new QHBoxLayout;
     QPushButton* guardar = BotonGuardar(this);
@@ -146,12 +146,13 @@ CVentanaGrafico::CVentanaGrafico(Interfaz& ui, orvela::Grafico g, QWidget* padre
 }
 
 bool CVentanaGrafico::GuardarComo() {
-    const std::string propuesto = grafico_.final.empty() ? std::string("grafico.png") : grafico_.final;
+    const orvela::Grafico& g = Grafico();
+    const std::string propuesto = g.final.empty() ? std::string("grafico.png") : g.final;
     const auto elegido = ui_.FicheroGuardarComo(QStringLiteral("Guardar como"),
                                                 {QStringLiteral("Imágenes PNG (*.png)")}, propuesto);
     if (!elegido) return false;
     const std::string ruta = ConExtension(*elegido, ".png");
-    if (!orvela::EscribirGraficoPng(grafico_, ruta)) {
+    if (!orvela::EscribirGraficoPng(g, ruta)) {
         ui_.Mostrar(Mensaje::Tabla(msg::kNoCreadoFichero, ruta));
         return false;
     }

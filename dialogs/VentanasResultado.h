@@ -40,7 +40,8 @@ private:
 class CLienzoGrafico : public QWidget {
     Q_OBJECT
 public:
-    CLienzoGrafico(const orvela::Grafico& g, QWidget* padre = nullptr);
+    CLienzoGrafico(orvela::Grafico g, QWidget* padre = nullptr);
+    const orvela::Grafico& Grafico() const { return grafico_; }
     const orvela::GraficoDibujado& Dibujo() const { return dibujo_; }
     QSize sizeHint() const override { return {640, 480}; }
 
@@ -54,7 +55,7 @@ protected:
     void mousePressEvent(QMouseEvent* e) override;
 
 private:
-    const orvela::Grafico& grafico_;
+    orvela::Grafico grafico_;
     orvela::GraficoDibujado dibujo_;
 };
 
@@ -66,7 +67,7 @@ public:
     // chart as a 640 x 480 PNG, the picture orvela-cli writes. False when
     // the user cancels or the file cannot be written (61260 is shown).
     bool GuardarComo();
-    const orvela::Grafico& Grafico() const { return grafico_; }
+    const orvela::Grafico& Grafico() const { return lienzo_->Grafico(); }
     CLienzoGrafico& Lienzo() { return *lienzo_; }
 
 signals:
@@ -76,7 +77,6 @@ signals:
 
 private:
     Interfaz& ui_;
-    orvela::Grafico grafico_;
     CLienzoGrafico* lienzo_;
     QLabel* estado_;
 };

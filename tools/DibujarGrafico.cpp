@@ -384,12 +384,12 @@ void IndicesCelda(const Muestras& m, const Celdas& c, std::size_t desde, std::si
         } else {
             const double inv = c.ancho > 0 ? 1.0 / c.ancho : 0.0;
             const int ultima = c.n - 1;
+            // A finite sample lies between the minimum and the maximum, so
+            // t is in [0, n]; infinities and NaN fail the test.
+            const double limite = c.n + 0.5;
             for (std::size_t i = 0; i < n; ++i) {
-                const double v = static_cast<double>(d[i]);
-                const double t = (v - c.minimo) * inv;
-                destino[i] = !std::isfinite(v) ? 256
-                             : t >= 0          ? static_cast<uint16_t>(std::min(static_cast<double>(ultima), t))
-                                               : 0;
+                const double t = (static_cast<double>(d[i]) - c.minimo) * inv;
+                destino[i] = t >= 0 && t < limite ? static_cast<uint16_t>(std::min(static_cast<double>(ultima), t)) : 256;
             }
         }
     });
