@@ -175,6 +175,25 @@ TEST(Grafico, TitulosYNumerosConTinta) {
     EXPECT_LT(a.alto, b.alto - fuente::kLinea);
 }
 
+TEST(Grafico, LeyendaDeLasSeriesConNombre) {
+    Grafico g = Vacio();
+    SerieGrafico perfil;
+    perfil.clase = SerieGrafico::Clase::Linea;
+    perfil.color = 0x00AA00;
+    perfil.puntos = {{0, 1}, {10, 1}};
+    g.series.push_back(perfil);
+    const long sinNombre = Contar(DibujarGrafico(g).imagen, Color{0, 170, 0});
+    // Named, it has a 12-pixel sample in the key, in the top right corner.
+    g.series[0].nombre = "Banda 4";
+    const GraficoDibujado d = DibujarGrafico(g);
+    EXPECT_EQ(Contar(d.imagen, Color{0, 170, 0}), sinNombre + 12);
+    const MarcoGrafico& m = d.marco;
+    long tintaArriba = 0;
+    for (int y = m.y0; y < m.y0 + m.alto / 4; ++y)
+        for (int x = m.x0 + m.ancho / 2; x < m.x0 + m.ancho; ++x) tintaArriba += d.imagen.Color(x, y) == Color{0, 0, 0};
+    EXPECT_GT(tintaArriba, 0);
+}
+
 TEST(Grafico, FuenteConLetrasEspanolas) {
     EXPECT_EQ(fuente::Caracteres("añ¿Ü"), U"añ¿Ü");
     EXPECT_EQ(fuente::Caracteres("a\xFF" "b\xC3"), U"a\uFFFDb\uFFFD");

@@ -255,6 +255,46 @@ GraficoDibujado DibujarGrafico(const Grafico& g, uint32_t anchoPedido, uint32_t 
         if (v.size() == 1) Segmento(l, m, m.APixel(v[0].x, v[0].y), m.APixel(v[0].x, v[0].y), color, grosor);
     }
 
+    // The key, in the top right corner of the plot area: a sample of each
+    // named series and its name.
+    {
+        std::vector<const SerieGrafico*> nombradas;
+        int anchoNombres = 0;
+        for (const auto& serie : g.series)
+            if (!serie.nombre.empty()) {
+                nombradas.push_back(&serie);
+                anchoNombres = std::max(anchoNombres, fuente::AnchoTexto(serie.nombre, s));
+            }
+        if (!nombradas.empty()) {
+            const int muestra = 12 * s, hueco = 4 * s;
+            const long ancho = hueco + muestra + hueco + anchoNombres + hueco;
+            const long alto = hueco + static_cast<long>(nombradas.size()) * linea + hueco - (linea - 8 * s);
+            const long xa = x1 - 4 * s - ancho, ya = m.y0 + 4 * s;
+            l.Rectangulo(xa, ya, xa + ancho - 1, ya + alto - 1, fondo);
+            for (long x = xa; x < xa + ancho; ++x) {
+                l.Punto(x, ya, tinta);
+                l.Punto(x, ya + alto - 1, tinta);
+            }
+            for (long y = ya; y < ya + alto; ++y) {
+                l.Punto(xa, y, tinta);
+                l.Punto(xa + ancho - 1, y, tinta);
+            }
+            for (std::size_t i = 0; i < nombradas.size(); ++i) {
+                const SerieGrafico& serie = *nombradas[i];
+                const long y = ya + hueco + static_cast<long>(i) * linea;  // top of the line of text
+                const long centro = y + 4 * s;
+                const ColorRgb c = Rgb(serie.color);
+                if (serie.clase == SerieGrafico::Clase::Puntos)
+                    l.Rectangulo(xa + hueco + muestra / 2 - 2 * s, centro - 2 * s, xa + hueco + muestra / 2 + s,
+                                 centro + s, c);
+                else
+                    l.Rectangulo(xa + hueco, centro - (s - 1) / 2, xa + hueco + muestra - 1, centro + s / 2, c);
+                fuente::DibujarTexto(d.imagen, static_cast<int>(xa + hueco + muestra + hueco),
+                                     static_cast<int>(y - s), serie.nombre, tinta, s);
+            }
+        }
+    }
+
     // Frame, ticks and their numbers.
     for (long x = m.x0 - 1; x <= x1 + 1; ++x) {
         l.Punto(x, m.y0 - 1, tinta);

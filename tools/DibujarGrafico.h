@@ -1,5 +1,6 @@
 // Drawing a chart into a picture: frame, grid, ticks with their numbers,
-// axis titles, title, point series (shaded by count where asked) and lines.
+// axis titles, title, point series (shaded by their counts), lines, and a
+// key of the series that have a name.
 // The batch front end writes the picture as PNG; the desktop shows it.
 #pragma once
 
