@@ -10,7 +10,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "dialogs/Espacio.h"
 #include "dialogs/Interfaz.h"
 #include "image/Codificacion.h"
 #include "image/FicheroSeguro.h"
@@ -40,8 +39,8 @@ QPushButton* BotonGuardar(QWidget* padre) {
     return b;
 }
 
-template <class V> V* Colocar(Espacio& espacio, V* ventana, QSize tamano) {
-    if (QMdiArea* area = espacio.AreaVentanas()) {
+template <class V> V* Colocar(QMdiArea* area, V* ventana, QSize tamano) {
+    if (area) {
         QMdiSubWindow* s = area->addSubWindow(ventana);
         s->setAttribute(Qt::WA_DeleteOnClose);
         s->resize(tamano);
@@ -159,11 +158,11 @@ bool CVentanaGrafico::GuardarComo() {
     return true;
 }
 
-CVentanaInforme* AbrirInforme(Espacio& espacio, Interfaz& ui, const std::string& titulo, const std::string& texto,
-                              const std::string& final) {
-    return Colocar(espacio, new CVentanaInforme(ui, titulo, texto, final), QSize(640, 420));
+CVentanaInforme* AbrirVentanaInforme(QMdiArea* area, Interfaz& ui, const std::string& titulo, const std::string& texto,
+                                     const std::string& final) {
+    return Colocar(area, new CVentanaInforme(ui, titulo, texto, final), QSize(640, 420));
 }
 
-CVentanaGrafico* AbrirGrafico(Espacio& espacio, Interfaz& ui, const orvela::Grafico& g) {
-    return Colocar(espacio, new CVentanaGrafico(ui, g), QSize(680, 580));
+CVentanaGrafico* AbrirVentanaGrafico(QMdiArea* area, Interfaz& ui, const orvela::Grafico& g) {
+    return Colocar(area, new CVentanaGrafico(ui, g), QSize(680, 580));
 }

@@ -2,7 +2,8 @@
 // (its text read-only in a fixed-width font, "Guardar como" writing it as
 // Windows-1252) and a chart (drawn to the size of the window, "Guardar como"
 // PNG, a click in the plot area giving the data point under it). Both open
-// as child windows of the workspace, beside the image windows.
+// as child windows of the workspace, beside the image windows: the main
+// frame's AbrirInforme and AbrirGrafico (Espacio) open them here.
 #pragma once
 
 #include <QLabel>
@@ -14,9 +15,8 @@
 #include "base/Grafico.h"
 #include "tools/DibujarGrafico.h"
 
-class Espacio;
 class Interfaz;
-class QPlainTextEdit;
+class QMdiArea;
 
 class CVentanaInforme : public QWidget {
     Q_OBJECT
@@ -81,8 +81,8 @@ private:
     QLabel* estado_;
 };
 
-// Open a result window in the workspace (made active) and return it; the
-// window is deleted when closed.
-CVentanaInforme* AbrirInforme(Espacio& espacio, Interfaz& ui, const std::string& titulo, const std::string& texto,
-                              const std::string& final);
-CVentanaGrafico* AbrirGrafico(Espacio& espacio, Interfaz& ui, const orvela::Grafico& g);
+// Open a result window as a child window of `area` (made active), or on its
+// own without one, and return it; the window is deleted when closed.
+CVentanaInforme* AbrirVentanaInforme(QMdiArea* area, Interfaz& ui, const std::string& titulo, const std::string& texto,
+                                     const std::string& final);
+CVentanaGrafico* AbrirVentanaGrafico(QMdiArea* area, Interfaz& ui, const orvela::Grafico& g);

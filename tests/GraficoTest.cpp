@@ -295,3 +295,19 @@ TEST(Grafico, PngLeidoPorLibpngIgualAlDibujo) {
     EXPECT_TRUE(png.rgb == d.imagen.rgb);
     EXPECT_FALSE(EscribirGraficoPng(g, dir / "no/g.png"));
 }
+
+TEST(Grafico, ElResultadoDeUnaOperacionEscribeSuGraficoComoPng) {
+    CarpetaPrueba dir;
+    Resultado r;
+    Grafico g = Vacio();
+    g.final = "_Diagrama.png";
+    g.series.push_back(SerieGrafico::Recta(1, 0.5));
+    r.graficos.push_back(g);
+    std::vector<std::string> escritos;
+    const auto e = EscribirResultado(r, dir / "tm4", &escritos);
+    ASSERT_FALSE(e) << e->Texto();
+    EXPECT_EQ(escritos, std::vector<std::string>{dir / "tm4_Diagrama.png"});
+    const PngLeido png = LeerPngLibpng(dir / "tm4_Diagrama.png");
+    ASSERT_TRUE(png.ok);
+    EXPECT_TRUE(png.rgb == DibujarGrafico(g).imagen.rgb);
+}

@@ -52,9 +52,12 @@ private slots:
     void informeEnVentanaHijaGuardadoEnWindows1252() {
         const int antes = static_cast<int>(e_->marco.Area()->subWindowList().size());
         const std::string texto = "Media: 12.5\nAño ñandú ¿Ú?\n";
-        CVentanaInforme* v = AbrirInforme(e_->marco, e_->ui, "Estadísticas de tm1", texto, "_Estadisticas.txt");
+        // As an operation's run opens it, through the workspace.
+        Espacio& espacio = e_->marco;
+        espacio.AbrirInforme({.final = "_Estadisticas.txt", .contenido = texto, .titulo = "Estadísticas de tm1"});
         QCOMPARE(e_->marco.Area()->subWindowList().size(), antes + 1);
-        QCOMPARE(e_->marco.Area()->activeSubWindow()->widget(), v);
+        auto* v = qobject_cast<CVentanaInforme*>(e_->marco.Area()->activeSubWindow()->widget());
+        QVERIFY(v);
         QCOMPARE(v->windowTitle(), QStringLiteral("Estadísticas de tm1"));
         auto* caja = v->findChild<QPlainTextEdit*>(QStringLiteral("texto"));
         QVERIFY(caja && caja->isReadOnly());
@@ -83,8 +86,10 @@ private slots:
     }
 
     void graficoGuardadoComoPngLeidoPorLibpng() {
-        CVentanaGrafico* v = AbrirGrafico(e_->marco, e_->ui, Ejemplo());
-        QCOMPARE(e_->marco.Area()->activeSubWindow()->widget(), v);
+        Espacio& espacio = e_->marco;
+        espacio.AbrirGrafico(Ejemplo());
+        auto* v = qobject_cast<CVentanaGrafico*>(e_->marco.Area()->activeSubWindow()->widget());
+        QVERIFY(v);
         QCOMPARE(v->windowTitle(), QStringLiteral("Regresión"));
         e_->ui.ficherosGuardar.push_back(entorno_.Ruta("g"));
         PulsarBoton(*v, QStringLiteral("guardarComo"));
