@@ -20,6 +20,7 @@
 #include "dialogs/CCrearPaletaDlg.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
+#include "dialogs/VentanasResultado.h"
 #include "doc/CBrimarDoc.h"
 #include "doc/CBrimarView.h"
 #include "doc/ComandosDocumento.h"
@@ -312,9 +313,9 @@ void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
 }
 
 void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
-    ui_->MostrarTexto(QString::fromStdString(informe.contenido));
+    AbrirVentanaInforme(mdi_, *ui_, informe.titulo, informe.contenido, informe.final);
 }
 
-void CMainFrame::AbrirGrafico(const orvela::Grafico&) {}
+void CMainFrame::AbrirGrafico(const orvela::Grafico& grafico) { AbrirVentanaGrafico(mdi_, *ui_, grafico); }
 
 void CMainFrame::Confirmar(const std::string& texto) { PonerTextoPanel(0, QString::fromStdString(texto)); }

@@ -27,6 +27,14 @@ std::optional<std::string> InterfazWidgets::FicheroGuardar(const QString& titulo
     return r.toStdString();
 }
 
+std::optional<std::string> InterfazWidgets::FicheroGuardarComo(const QString& titulo, const QStringList& filtros,
+                                                               const std::string& propuesto) {
+    const QString r = QFileDialog::getSaveFileName(padre_, titulo, QString::fromStdString(propuesto),
+                                                   filtros.join(QStringLiteral(";;")));
+    if (r.isEmpty()) return std::nullopt;
+    return r.toStdString();
+}
+
 void InterfazWidgets::CursorEspera(bool activo) {
     if (activo)
         QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -27,6 +27,13 @@ public:
     // nullopt when the user cancels. Paths are UTF-8.
     virtual std::optional<std::string> FicheroAbrir(const QString& titulo, const QStringList& filtros) = 0;
     virtual std::optional<std::string> FicheroGuardar(const QString& titulo, const QStringList& filtros) = 0;
+    // "Guardar como" with a file name proposed (a result's fixed ending);
+    // asks before replacing a file.
+    virtual std::optional<std::string> FicheroGuardarComo(const QString& titulo, const QStringList& filtros,
+                                                          const std::string& propuesto) {
+        (void)propuesto;
+        return FicheroGuardar(titulo, filtros);
+    }
     // Wait cursor around a long command (restored on every way out).
     virtual void CursorEspera(bool activo) = 0;
 };
@@ -40,6 +47,8 @@ public:
     bool Ejecutar(QDialog& dialogo) override;
     std::optional<std::string> FicheroAbrir(const QString& titulo, const QStringList& filtros) override;
     std::optional<std::string> FicheroGuardar(const QString& titulo, const QStringList& filtros) override;
+    std::optional<std::string> FicheroGuardarComo(const QString& titulo, const QStringList& filtros,
+                                                  const std::string& propuesto) override;
     void CursorEspera(bool activo) override;
 
 private:

@@ -6,6 +6,7 @@
 
 #include "image/Codificacion.h"
 #include "image/FicheroSeguro.h"
+#include "tools/DibujarGrafico.h"
 
 namespace orvela {
 
@@ -19,7 +20,8 @@ std::string Extension(const std::string& ruta) {
 }
 
 EscritorGrafico& Escritor() {
-    static EscritorGrafico f = nullptr;
+    // The core's renderer, a 640 x 480 PNG, unless a front end sets another.
+    static EscritorGrafico f = [](const Grafico& g, const std::string& ruta) { return EscribirGraficoPng(g, ruta); };
     return f;
 }
 

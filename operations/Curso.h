@@ -77,8 +77,8 @@ std::string RutaImagen(const Resultado& r, std::size_t i, const std::string& ste
 std::string RutaInforme(const InformeTexto& inf, const std::string& stem);
 std::string RutaGrafico(const Grafico& g, const std::string& stem);
 
-// Writes a chart as a picture (set by the picture writer at start-up; none
-// in a build without it). Returns false when the file cannot be written.
+// Writes a chart as a picture (by default the PNG of tools/DibujarGrafico.h;
+// a front end may set another). Returns false when the file cannot be written.
 using EscritorGrafico = bool (*)(const Grafico& g, const std::string& ruta);
 void FijarEscritorGrafico(EscritorGrafico f);
 

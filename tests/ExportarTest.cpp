@@ -1,4 +1,7 @@
 // Export of an image as text, BMP and PNG.
+#include "image/FicheroSeguro.h"
+#include "image/Png.h"
+#include "tests/LeerPng.h"
 #include "tests/Prueba.h"
 #include "tools/Exportar.h"
 
@@ -18,80 +21,11 @@ Paleta PaletaDePrueba() {
     return p;
 }
 
-// Little-endian number of n bytes, or big-endian 32-bit number, at i.
+// Little-endian number of n bytes at i.
 uint32_t Le(const std::string& s, std::size_t i, int n) {
     uint32_t v = 0;
     for (int k = n - 1; k >= 0; --k) v = (v << 8) | static_cast<uint8_t>(s[i + k]);
     return v;
-}
-uint32_t Be(const std::string& s, std::size_t i) {
-    uint32_t v = 0;
-    for (int k = 0; k < 4; ++k) v = (v << 8) | static_cast<uint8_t>(s[i + k]);
-    return v;
-}
-
-// Bit by bit, to check the writer's table-driven one.
-uint32_t CrcLento(const std::string& s) {
-    uint32_t c = 0xFFFFFFFFu;
-    for (unsigned char b : s) {
-        c ^= b;
-        for (int k = 0; k < 8; ++k) c = (c >> 1) ^ (0xEDB88320u & (0u - (c & 1u)));
-    }
-    return ~c;
-}
-
-struct Png {
-    uint32_t ancho = 0, alto = 0;
-    std::string rgb;  // rows without their filter byte
-    int trozosIdat = 0;
-};
-
-// Reads back a PNG of stored deflate blocks, checking every sum on the way.
-Png LeerPng(const std::string& f) {
-    Png r;
-    EXPECT_EQ(f.substr(0, 8), std::string("\x89PNG\r\n\x1a\n", 8));
-    std::string zlib, tipo;
-    std::size_t i = 8;
-    for (; i + 12 <= f.size() && tipo != "IEND"; i += 12 + Be(f, i)) {
-        const uint32_t n = Be(f, i);
-        tipo = f.substr(i + 4, 4);
-        EXPECT_EQ(Be(f, i + 8 + n), CrcLento(f.substr(i + 4, 4 + n))) << tipo;
-        if (tipo == "IHDR") {
-            r.ancho = Be(f, i + 8);
-            r.alto = Be(f, i + 12);
-            EXPECT_EQ(f.substr(i + 16, 5), std::string("\x08\x02\0\0\0", 5));  // 8-bit RGB
-        } else if (tipo == "IDAT") {
-            zlib += f.substr(i + 8, n);
-            ++r.trozosIdat;
-        }
-    }
-    EXPECT_EQ(tipo, "IEND");
-    EXPECT_EQ(i, f.size());
-    const uint32_t cabecera = zlib.size() > 6 ? Be(zlib, 0) >> 16 : 0;
-    EXPECT_EQ(cabecera % 31, 0u);
-    EXPECT_EQ(cabecera >> 8 & 0x0F, 8u);  // deflate
-    std::string datos;
-    std::size_t k = 2;
-    for (bool ultimo = false; !ultimo && k + 5 <= zlib.size(); k += 5 + Le(zlib, k + 1, 2)) {
-        ultimo = zlib[k] & 1;
-        EXPECT_EQ(static_cast<uint8_t>(zlib[k]) >> 1, 0);  // stored block
-        EXPECT_EQ(Le(zlib, k + 1, 2) ^ Le(zlib, k + 3, 2), 0xFFFFu);
-        datos += zlib.substr(k + 5, Le(zlib, k + 1, 2));
-    }
-    uint32_t a = 1, b = 0;
-    for (unsigned char c : datos) {
-        a = (a + c) % 65521;
-        b = (b + a) % 65521;
-    }
-    EXPECT_EQ(k + 4, zlib.size());
-    EXPECT_EQ(Be(zlib, k), (b << 16) | a);
-    const std::size_t fila = 1 + 3 * static_cast<std::size_t>(r.ancho);
-    EXPECT_EQ(datos.size(), fila * r.alto);
-    for (std::size_t y = 0; y < r.alto && (y + 1) * fila <= datos.size(); ++y) {
-        EXPECT_EQ(datos[y * fila], 0);
-        r.rgb += datos.substr(y * fila + 1, fila - 1);
-    }
-    return r;
 }
 
 }  // namespace
@@ -127,40 +61,47 @@ TEST(Exportar, BmpFilasDeAbajoArribaRellenas) {
     EXPECT_EQ(f.substr(54), filas);
 }
 
-TEST(Exportar, PngBloquesAlmacenadosYSumas) {
+TEST(Exportar, PngIndexadoComprimidoLeidoPorLibpng) {
     CarpetaPrueba dir;
-    // Large enough for many deflate blocks and more than one IDAT chunk.
+    // A smooth picture, so that deflate has something to gain.
     std::vector<double> v(600 * 700);
-    for (std::size_t i = 0; i < v.size(); ++i) v[i] = static_cast<uint8_t>((i * 7) ^ (i >> 9));
+    for (std::size_t i = 0; i < v.size(); ++i) v[i] = static_cast<uint8_t>((i % 700) / 3 + (i / 700) / 5);
     const Paleta p = PaletaDePrueba();
     ASSERT_FALSE(ExportarImagen(Imagen(kByte, 600, 700, v), p, dir / "a.png", FormatoImagen::Png));
-    const Png png = LeerPng(LeerFichero(dir / "a.png"));
+    const PngLeido png = LeerPngLibpng(dir / "a.png");
+    ASSERT_TRUE(png.ok);
     EXPECT_EQ(std::make_pair(png.ancho, png.alto), std::make_pair(700u, 600u));
-    EXPECT_GT(png.trozosIdat, 1);
+    EXPECT_TRUE(png.indexado);
+    EXPECT_LT(LeerFichero(dir / "a.png").size(), v.size() / 4);  // compressed
     ASSERT_EQ(png.rgb.size(), v.size() * 3);
     for (std::size_t i = 0; i < v.size(); i += 997) {
         const auto e = static_cast<uint8_t>(v[i]);
-        EXPECT_EQ(png.rgb.substr(3 * i, 3), (std::string{char(p.rojo[e]), char(p.verde[e]), char(p.azul[e])}));
+        EXPECT_EQ(png.Color(static_cast<uint32_t>(i % 700), static_cast<uint32_t>(i / 700)),
+                  (std::array<uint8_t, 3>{p.rojo[e], p.verde[e], p.azul[e]}))
+            << i;
     }
     // Other types go through the display conversion.
     ASSERT_FALSE(ExportarImagen(Imagen(kInteger, 1, 2, {0, 65535}), p, dir / "e.png", FormatoImagen::Png));
-    const Png pe = LeerPng(LeerFichero(dir / "e.png"));
+    const PngLeido pe = LeerPngLibpng(dir / "e.png");
+    ASSERT_TRUE(pe.ok);
     ASSERT_EQ(pe.rgb.size(), 6u);
     EXPECT_EQ((std::pair<uint8_t, uint8_t>(pe.rgb[0], pe.rgb[3])), std::make_pair(p.rojo[0], p.rojo[255]));
 }
 
-TEST(Exportar, FicheroQueNoSePuedeCrear) {
+TEST(Exportar, PngQueNoSePuedeEscribirDejaElFicheroComoEstaba) {
     CarpetaPrueba dir;
-    const CImagen im = Imagen(kByte, 2, 2, {0, 0, 0, 0});
-    const std::string ruta = dir / "no/existe";
-    EXPECT_EQ(ExportarImagen(im, Paleta{}, ruta + ".bmp", FormatoImagen::Bmp).value_or(Mensaje{}).id, msg::kNoCreadoBmp);
-    EXPECT_EQ(ExportarImagen(im, Paleta{}, ruta + ".png", FormatoImagen::Png),
-              Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".png"));
-    EXPECT_EQ(ExportarAscii(im, ruta + ".txt"), Mensaje::Tabla(msg::kNoCreadoFichero, ruta + ".txt"));
-    // An existing picture is not touched when the export is refused.
-    EscribirFichero(dir / "antigua.png", "antigua");
-    CImagen vacia;
-    vacia.tipoDato = kByte;
-    EXPECT_TRUE(ExportarImagen(vacia, Paleta{}, dir / "antigua.png", FormatoImagen::Png));
-    EXPECT_EQ(LeerFichero(dir / "antigua.png"), "antigua");
+    const std::string ruta = dir / "a.png";
+    ASSERT_TRUE(EscribirFicheroSeguro(ruta, "anterior"));
+    // A row that cannot be given stops the writing half way.
+    RasterRgb r(4, 3);
+    uint32_t filas = 0;
+    EXPECT_FALSE(EscribirPngRgb(ruta, 4, 3, [&](uint32_t y) -> const uint8_t* {
+        ++filas;
+        return y < 2 ? r.Pixel(0, y) : nullptr;
+    }));
+    EXPECT_EQ(filas, 3u);
+    EXPECT_EQ(LeerFichero(ruta), "anterior");
+    EXPECT_FALSE(EscribirPng(dir / "no/a.png", r));
+    EXPECT_FALSE(EscribirPng(dir / "vacio.png", RasterRgb()));
+    EXPECT_FALSE(std::filesystem::exists(dir / "vacio.png"));
 }

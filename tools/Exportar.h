@@ -15,7 +15,7 @@ enum class FormatoImagen { Bmp, Png };
 // The samples as text. A file that cannot be created gives 61260.
 std::optional<Mensaje> ExportarAscii(const CImagen& im, const std::string& ruta);
 // The picture, one pixel per sample, through the palette (the display
-// conversion). A file that cannot be created gives 61262.
+// conversion): an indexed, compressed PNG, or a 24-bit BMP. A file that cannot be created gives 61262.
 std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const std::string& ruta, FormatoImagen f);
 
 }  // namespace orvela

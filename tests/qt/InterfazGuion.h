@@ -21,6 +21,7 @@ public:
     std::deque<Guion> dialogos;                  // one per dialog, in order
     std::deque<std::optional<std::string>> ficherosAbrir, ficherosGuardar;
     std::vector<QString> titulosDialogos;        // window titles of the dialogs run
+    std::vector<std::string> propuestos;         // names proposed by "Guardar como"
     int esperas = 0;                             // wait-cursor depth
 
     void Mostrar(const orvela::Mensaje& m) override { mensajes.push_back(m); }
@@ -36,6 +37,11 @@ public:
         return Sacar(ficherosAbrir);
     }
     std::optional<std::string> FicheroGuardar(const QString&, const QStringList&) override {
+        return Sacar(ficherosGuardar);
+    }
+    std::optional<std::string> FicheroGuardarComo(const QString&, const QStringList&,
+                                                  const std::string& propuesto) override {
+        propuestos.push_back(propuesto);
         return Sacar(ficherosGuardar);
     }
     void CursorEspera(bool activo) override { esperas += activo ? 1 : -1; }
