@@ -62,6 +62,7 @@ private:
     void CrearBarraHerramientas();
     void CrearBarraEstado();
     void ActualizarTitulo();
+    void ActualizarBotones();
     void ConsultarPixel();
     template <class F> void EnVista(F f);
 
