@@ -1,5 +1,6 @@
 #include "doc/CBrimarView.h"
 
+#include <QActionGroup>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -101,12 +102,16 @@ CBrimarView::CBrimarView(CBrimarDoc& doc, Espacio& espacio, Interfaz& ui, QWidge
     setMinimumSize(120, 90);
     viewport()->setMouseTracking(true);
     connect(&doc_, &CBrimarDoc::imagenPuesta, this, &CBrimarView::Preparar);
+    connect(&doc_, &CBrimarDoc::realceCambiado, this, [this] {
+        Convertir();
+        viewport()->update();
+    });
     if (doc_.TieneImagen()) Preparar();
 }
 
 CBrimarView::~CBrimarView() = default;
 
-bool CBrimarView::HayDibujo() const { return !indices_.isNull(); }
+bool CBrimarView::HayDibujo() const { return !indices_.isNull() || !rgb_.isNull(); }
 
 void CBrimarView::Preparar() {
     // A new image ends every tool but the pixel query, which stays on.
@@ -132,7 +137,20 @@ void CBrimarView::Preparar() {
 
 void CBrimarView::Convertir() {
     indices_ = QImage();
+    rgb_ = QImage();
     const auto& im = doc_.Imagen();
+    if (const orvela::ComposicionColor* c = doc_.Composicion()) {
+        // A composite is its own colours: no palette, no stretch.
+        if (!c->Valida() || c->filas != filas_ || c->columnas != columnas_) return;
+        const std::vector<uint32_t> colores = orvela::ColoresComposicion(*c);
+        QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_RGB32);
+        if (q.isNull()) return ui_.Mostrar(orvela::MensajeMemoria(im.filas, im.columnas));
+        for (long f = 0; f < filas_; ++f)
+            std::memcpy(q.scanLine(static_cast<int>(f)), colores.data() + static_cast<std::size_t>(f) * columnas_,
+                        static_cast<std::size_t>(columnas_) * sizeof(uint32_t));
+        rgb_ = std::move(q);
+        return;
+    }
     if (!doc_.TieneImagen() || !im.pixeles.Valido() || filas_ <= 0 || columnas_ <= 0) return;
     orvela::Paleta p;
     if (orvela::CargarPaleta(static_cast<int>(im.indicePaleta), espacio_.CarpetaAplicacion(),
@@ -143,7 +161,7 @@ void CBrimarView::Convertir() {
     paleta_ = p;
     for (int i = 0; i < 256; ++i) colores_[i] = qRgb(p.rojo[i], p.verde[i], p.azul[i]);
 
-    const std::vector<uint8_t> idx = orvela::IndicesPaleta(im.pixeles);
+    const std::vector<uint8_t> idx = orvela::IndicesRealce(im.pixeles, doc_.Realce());
     if (idx.size() < static_cast<std::size_t>(filas_) * static_cast<std::size_t>(columnas_)) return;
     QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_Indexed8);
     if (q.isNull()) {
@@ -280,13 +298,25 @@ void CBrimarView::paintEvent(QPaintEvent* e) {
         columna[i] = static_cast<int>(o.x() + Escalar(area.x() + i - d.x(), o.width(), d.width()));
     for (int j = 0; j < area.height(); ++j) {
         const int fila = static_cast<int>(o.y() + Escalar(area.y() + j - d.y(), o.height(), d.height()));
-        const uchar* src = indices_.constScanLine(fila);
         auto* dst = reinterpret_cast<QRgb*>(trozo.scanLine(j));
-        for (int i = 0; i < area.width(); ++i) dst[i] = colores_[src[columna[i]]];
+        if (!rgb_.isNull()) {
+            const auto* src = reinterpret_cast<const QRgb*>(rgb_.constScanLine(fila));
+            for (int i = 0; i < area.width(); ++i) dst[i] = src[columna[i]];
+        } else {
+            const uchar* src = indices_.constScanLine(fila);
+            for (int i = 0; i < area.width(); ++i) dst[i] = colores_[src[columna[i]]];
+        }
     }
     p.drawImage(area.topLeft(), trozo);
-    // The marks of the armed tools, lowest first.
+    // The layers, bottom first.
     p.setClipRect(d);
+    for (const auto& c : capas_) {
+        if (!c->visible) continue;
+        p.save();
+        c->Dibujar(p, *this);
+        p.restore();
+    }
+    // The marks of the armed tools, lowest first.
     for (const auto& h : herramientas_) {
         p.save();
         h->Dibujar(p, *this);
@@ -298,6 +328,7 @@ void CBrimarView::paintEvent(QPaintEvent* e) {
 
 void CBrimarView::ZoomAdelante() {
     if (!doc_.TieneImagen()) return ui_.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
+    if (MapaVisible()) return ui_.Mostrar(Mensaje::Tabla(msg::kZoomMapa));
     if (armado_) {  // pressed twice: the armed zoom is cancelled
         Desarmar();
         return;
@@ -336,6 +367,7 @@ void CBrimarView::ZoomAtras() {
 
 void CBrimarView::PantallaCompleta() {
     if (!doc_.TieneImagen()) return ui_.Mostrar(Mensaje::Tabla(msg::kSinImagen));
+    if (MapaVisible()) return ui_.Mostrar(Mensaje::Tabla(msg::kPantallaCompletaMapa));
     if (pantallaCompleta_) return ui_.Mostrar(Mensaje::Tabla(msg::kYaPantallaCompleta));
     Desarmar();
     nivel_ = 0;
@@ -450,10 +482,39 @@ void CBrimarView::FijarZoom(const vista::RectanguloImagen& r) {
     viewport()->update();
 }
 
+// ---- Layers ------------------------------------------------------------------
+
+void CBrimarView::AnadirCapa(std::unique_ptr<vista::CapaVista> c) {
+    if (!c) return;
+    for (auto& x : capas_)
+        if (x->Nombre() == c->Nombre()) {
+            x = std::move(c);
+            viewport()->update();
+            return;
+        }
+    capas_.push_back(std::move(c));
+    viewport()->update();
+}
+
+void CBrimarView::QuitarCapa(const QString& nombre) {
+    std::erase_if(capas_, [&](const auto& c) { return c->Nombre() == nombre; });
+    viewport()->update();
+}
+
+vista::CapaVista* CBrimarView::Capa(const QString& nombre) const {
+    for (const auto& c : capas_)
+        if (c->Nombre() == nombre) return c.get();
+    return nullptr;
+}
+
+bool CBrimarView::MapaVisible() const {
+    return std::any_of(capas_.begin(), capas_.end(), [](const auto& c) { return c->visible && c->EsElementoMapa(); });
+}
+
 // ---- Viewer habits -----------------------------------------------------------
 
 void CBrimarView::AcercarEn(QPoint v) {
-    if (!HayDibujo() || armado_ || nivel_ >= kMaximoZooms) return;
+    if (!HayDibujo() || armado_ || nivel_ >= kMaximoZooms || MapaVisible()) return;
     QRect o, d;
     Geometria(o, d);
     if (o.width() <= 1 || o.height() <= 1 || d.isEmpty()) return;
@@ -523,7 +584,13 @@ QString CBrimarView::Lectura(QPoint v) const {
     QString t = QStringLiteral("Fila %1  Columna %2  ").arg(p.filaPixel).arg(p.columnaPixel);
     double x = -1.0, y = -1.0;
     const double valor = doc_.Imagen().ValorPixel(p.filaPixel, p.columnaPixel, &x, &y);
-    t += QString::asprintf("ND %.2f", valor);
+    if (const orvela::ComposicionColor* c = doc_.Composicion()) {
+        const std::size_t k = static_cast<std::size_t>(p.filaPixel) * static_cast<std::size_t>(columnas_) +
+                              static_cast<std::size_t>(p.columnaPixel);
+        if (k < c->rojo.size()) t += QString::asprintf("R %d  G %d  B %d", c->rojo[k], c->verde[k], c->azul[k]);
+    } else {
+        t += QString::asprintf("ND %.2f", valor);
+    }
     if (x != -1.0 && y != -1.0) t += QString::asprintf("  X %.1f  Y %.1f", x, y);
     return t;
 }
@@ -558,7 +625,9 @@ void CBrimarView::mousePressEvent(QMouseEvent* e) {
         return;
     }
     const vista::EventoRaton ev = Evento(*e);
-    if (Despachar([&](vista::HerramientaVista& h) { return h.Pulsar(*this, ev); })) return;
+    const bool usado = Despachar([&](vista::HerramientaVista& h) { return h.Pulsar(*this, ev); });
+    sinMenu_ = usado && e->button() == Qt::RightButton;
+    if (usado) return;
     QAbstractScrollArea::mousePressEvent(e);
 }
 
@@ -625,7 +694,28 @@ void CBrimarView::keyPressEvent(QKeyEvent* e) {
     QAbstractScrollArea::keyPressEvent(e);
 }
 
+QMenu* CBrimarView::MenuRealce(QMenu& padre) {
+    QMenu* m = padre.addMenu(QStringLiteral("Realce de visualización"));
+    m->setObjectName(QStringLiteral("realce"));
+    m->setEnabled(doc_.TieneImagen() && !doc_.EsComposicion());
+    auto* grupo = new QActionGroup(m);
+    for (orvela::Realce r : orvela::kRealces) {
+        QAction* a = m->addAction(QString::fromUtf8(orvela::NombreRealce(r)));
+        a->setCheckable(true);
+        a->setChecked(doc_.Realce() == r);
+        a->setActionGroup(grupo);
+        connect(a, &QAction::triggered, this, [this, r] { doc_.PonerRealce(r); });
+    }
+    return m;
+}
+
 void CBrimarView::contextMenuEvent(QContextMenuEvent* e) {
+    // The right click that a tool took (to end a sampling, a line) opens
+    // no menu.
+    if (sinMenu_) {
+        sinMenu_ = false;
+        return;
+    }
     QMenu menu(this);
     for (int id : {cmd::kZoomAdelante, cmd::kZoomAtras, cmd::kPantallaCompleta, cmd::kPantallaNormal,
                    cmd::kNivelDigital, cmd::kMostrarLeyenda}) {
@@ -640,5 +730,7 @@ void CBrimarView::contextMenuEvent(QContextMenuEvent* e) {
         QAction* a = menu.addAction(QStringLiteral("Terminar la consulta de píxeles"));
         connect(a, &QAction::triggered, this, &CBrimarView::TerminarConsulta);
     }
+    menu.addSeparator();
+    MenuRealce(menu);
     menu.exec(e->globalPos());
 }

@@ -13,12 +13,14 @@
 #include <memory>
 #include <vector>
 
+#include "doc/CapaVista.h"
 #include "doc/HerramientaVista.h"
 #include "image/Visualizacion.h"
 
 class CBrimarDoc;
 class Espacio;
 class Interfaz;
+class QMenu;
 namespace vista {
 class HerramientaZoom;
 class HerramientaConsulta;
@@ -58,8 +60,10 @@ public:
     QRect Origen() const;
     QRect Destino() const;
     // Palette entries of the band, one byte per sample, with the palette as
-    // colour table; null when nothing can be drawn.
+    // colour table; null when nothing can be drawn or a composite is shown.
     const QImage& Indices() const { return indices_; }
+    // The colours of a composite, one pixel per sample; null for a band.
+    const QImage& ColoresComposicion() const { return rgb_; }
     const orvela::Paleta& PaletaActual() const { return paleta_; }
     // Image column (x) and row (y) under a viewport point.
     QPoint PixelEn(QPoint punto) const;
@@ -77,6 +81,13 @@ public:
     vista::HerramientaVista* Herramienta() const { return herramientas_.empty() ? nullptr : herramientas_.back().get(); }
     // Name of the armed tool ("" for none).
     QString NombreHerramienta() const;
+
+    // Layers over the picture, drawn in the order added. A layer of the
+    // same name is replaced.
+    void AnadirCapa(std::unique_ptr<vista::CapaVista> c);
+    void QuitarCapa(const QString& nombre);
+    vista::CapaVista* Capa(const QString& nombre) const;
+    std::size_t NumeroCapas() const { return capas_.size(); }
 
     // Viewer habits: zoom by two around a viewport point (the pixel under
     // it stays under it; the wheel and the keys + and - use these), and
@@ -119,7 +130,9 @@ private:
     void Retirar(vista::HerramientaVista* h, bool cancelar);
     bool HayHerramienta(const char* nombre) const;
     void FijarZoom(const vista::RectanguloImagen& r);
+    QMenu* MenuRealce(QMenu& padre);
     bool HayDibujo() const;
+    bool MapaVisible() const;
     int NivelVisible() const { return armado_ ? nivel_ - 1 : nivel_; }
     void Geometria(QRect& origen, QRect& destino) const;
     void Convertir();
@@ -133,6 +146,8 @@ private:
     Interfaz& ui_;
 
     QImage indices_;
+    QImage rgb_;
+    std::vector<std::unique_ptr<vista::CapaVista>> capas_;
     orvela::Paleta paleta_;
     std::array<QRgb, 256> colores_{};
     long filas_ = 0, columnas_ = 0;
@@ -150,6 +165,8 @@ private:
     std::vector<std::unique_ptr<vista::HerramientaVista>> herramientas_;
     std::vector<std::unique_ptr<vista::HerramientaVista>> retiradas_;
     int enLlamada_ = 0;
+
+    bool sinMenu_ = false;  // a tool took the right press
 
     // Middle-button panning.
     bool paneando_ = false;

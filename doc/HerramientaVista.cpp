@@ -161,3 +161,30 @@ void HerramientaLinea::Dibujar(QPainter& p, const CBrimarView& v) const {
 }
 
 }  // namespace vista
+
+// ---- Layers ------------------------------------------------------------------
+
+#include "doc/CapaVista.h"
+
+namespace vista {
+
+void CapaVectorial::Dibujar(QPainter& p, const CBrimarView& v) const {
+    p.setBrush(Qt::NoBrush);
+    for (const Elemento& e : elementos) {
+        if (e.vertices.empty()) continue;
+        QPolygonF pantalla;
+        for (const QPointF& q : e.vertices) pantalla << v.EnPantalla(q.y(), q.x());
+        p.setPen(QPen(e.color, 2));
+        switch (e.tipo) {
+            case Tipo::Punto:
+                p.setBrush(e.color);
+                for (const QPointF& q : pantalla) p.drawEllipse(q, 3.0, 3.0);
+                p.setBrush(Qt::NoBrush);
+                break;
+            case Tipo::Linea: p.drawPolyline(pantalla); break;
+            case Tipo::Poligono: p.drawPolygon(pantalla); break;
+        }
+    }
+}
+
+}  // namespace vista

@@ -1,7 +1,8 @@
 // Tools on the view: the rectangle, the click points and the digitised line
 // read in image rows and columns whatever the zoom; the wheel, the keys and
 // the middle button move the picture around the pixel under the pointer;
-// the live readout names the pixel the query names.
+// the live readout names the pixel the query names; the buttons of the
+// zoom and the query stay pressed while armed.
 #include <QScrollBar>
 
 #include "Entorno.h"
@@ -217,7 +218,17 @@ private slots:
     // A tool armed over the pixel query hands the view back to it.
     void consultaBajoOtraHerramienta() {
         CBrimarView& v = Ventana(40, 50, QSize(200, 200));
+        auto pulsados = [&] {
+            return std::make_pair(e_->marco.Accion(kZoomAdelante)->isChecked(),
+                                  e_->marco.Accion(kNivelDigital)->isChecked());
+        };
+        QCOMPARE(pulsados(), std::make_pair(false, false));
         e_->Ejecutar({kNivelDigital});
+        QCOMPARE(pulsados(), std::make_pair(false, true));
+        e_->Ejecutar({kZoomAdelante});
+        QCOMPARE(pulsados(), std::make_pair(true, true));
+        e_->Ejecutar({kZoomAdelante});
+        QCOMPARE(pulsados(), std::make_pair(false, true));
         RectanguloImagen r;
         v.ArmarHerramienta(std::make_unique<HerramientaRectangulo>([&](CBrimarView&, const RectanguloImagen& x) { r = x; }));
         QVERIFY(v.EnConsulta());
@@ -234,6 +245,7 @@ private slots:
         QCOMPARE(v.NombreHerramienta(), QStringLiteral("consulta"));
         Tecla(v, Qt::Key_Escape);
         QVERIFY(!v.EnConsulta());
+        QCOMPARE(pulsados(), std::make_pair(false, false));
     }
 
     // The wheel zooms by two around the pointer: the pixel under it stays
