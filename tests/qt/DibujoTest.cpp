@@ -31,7 +31,7 @@ public:
 
 }  // namespace
 
-class CapasTest : public QObject {
+class DibujoTest : public QObject {
     Q_OBJECT
     Entorno entorno_;
     std::unique_ptr<Escritorio> e_;
@@ -163,5 +163,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(CapasTest)
-#include "CapasTest.moc"
+QTEST_MAIN(DibujoTest)
+#include "DibujoTest.moc"
