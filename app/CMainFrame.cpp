@@ -92,6 +92,7 @@ CMainFrame::CMainFrame(Interfaz* ui, QWidget* padre) : QMainWindow(padre) {
     connect(mdi_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* s) {
         if (s) ultima_ = s;
         ActualizarTitulo();
+        ActualizarBotones();
     });
 
     CrearMenus();
@@ -137,7 +138,10 @@ void CMainFrame::CrearMenus() {
         if (*e.atajo) a->setShortcut(QKeySequence(QString::fromLatin1(e.atajo)));
         a->setEnabled(Manejado(e.id));
         const int id = e.id;
-        connect(a, &QAction::triggered, this, [this, id] { EjecutarComando(id); });
+        connect(a, &QAction::triggered, this, [this, id] {
+            EjecutarComando(id);
+            ActualizarBotones();
+        });
         acciones_[id] = a;
         if (e.menus.empty()) {
             addAction(a);  // shortcut only; the view offers it in its context menu
@@ -179,6 +183,18 @@ void CMainFrame::CrearBarraHerramientas() {
             a->setToolTip(a->text().remove(QLatin1Char('&')));
             barra->addAction(a);
         }
+    }
+}
+
+void CMainFrame::ActualizarBotones() {
+    // The zoom and the pixel query stay pressed while armed in the active
+    // window.
+    CBrimarView* v = VistaActiva();
+    for (int id : {cmd::kZoomAdelante, cmd::kNivelDigital}) {
+        QAction* a = Accion(id);
+        if (!a) continue;
+        a->setCheckable(true);
+        a->setChecked(v && (id == cmd::kZoomAdelante ? v->ZoomArmado() : v->EnConsulta()));
     }
 }
 
@@ -242,12 +258,19 @@ CChildFrame* CMainFrame::NuevaVentana() {
     mdi_->addSubWindow(hijo);
     connect(&hijo->Vista(), &CBrimarView::textoPanel, this, &CMainFrame::PonerTextoPanel);
     connect(&hijo->Vista(), &CBrimarView::comando, this, &CMainFrame::EjecutarComando);
+    // The live readout under the pointer takes the message pane.
+    connect(&hijo->Vista(), &CBrimarView::lectura, this, [this](const QString& t) {
+        paneles_[0]->setText(t.isEmpty() ? QStringLiteral("Preparado") : t);
+    });
+    connect(&hijo->Vista(), &CBrimarView::herramientaCambiada, this, &CMainFrame::ActualizarBotones);
     connect(&hijo->Documento(), &CBrimarDoc::nombreCambiado, this, &CMainFrame::ActualizarTitulo);
     // A closed window leaves no pixel query behind in the status bar.
     connect(hijo, &QObject::destroyed, this, [this](QObject* hijo) {
         if (ultima_ == hijo) ultima_ = nullptr;
         for (int i = 1; i <= 3; ++i) paneles_[i]->clear();
+        paneles_[0]->setText(QStringLiteral("Preparado"));
         ActualizarTitulo();
+        ActualizarBotones();
     });
     hijo->show();
     mdi_->setActiveSubWindow(hijo);

@@ -72,6 +72,7 @@ private:
     void CrearBarraHerramientas();
     void CrearBarraEstado();
     void ActualizarTitulo();
+    void ActualizarBotones();
 
     std::unique_ptr<Interfaz> uiPropia_;
     Interfaz* ui_;

@@ -70,6 +70,19 @@ void CGraficoHistograma::paintEvent(QPaintEvent*) {
     const QString derecha = h_.porNiveles ? QStringLiteral("255") : Numero(h_.maximo);
     p.drawText(QRect(a.left(), a.bottom() + 4, a.width() / 2, fm.height()), Qt::AlignLeft, izquierda);
     p.drawText(QRect(a.left() + a.width() / 2, a.bottom() + 4, a.width() / 2, fm.height()), Qt::AlignRight, derecha);
+    if (h_.conRealce) {
+        // The stretch limits: dashed lines where they fall on the axis.
+        const double origen = h_.porNiveles ? 0.0 : h_.minimo;
+        const double ancho = h_.porNiveles ? 1.0 : h_.anchoClase;
+        p.save();
+        p.setPen(QPen(QColor(200, 30, 30), 1, Qt::DashLine));
+        for (double limite : {h_.realceBajo, h_.realceAlto}) {
+            const double clase = ancho > 0 ? (limite - origen) / ancho : 0.0;
+            const int x = a.left() + static_cast<int>(std::clamp(clase, 0.0, 256.0) * a.width() / 256.0);
+            p.drawLine(x, a.top(), x, a.bottom());
+        }
+        p.restore();
+    }
     if (maximo == 0) return;
     const QColor color(40, 80, 160);
     for (int k = 0; k < 256; ++k) {
@@ -97,8 +110,14 @@ void CGraficoHistograma::mouseMoveEvent(QMouseEvent* e) {
     QToolTip::showText(e->globalPosition().toPoint(), texto, this);
 }
 
-CHistogramaDlg::CHistogramaDlg(const CImagen& im, const QString& nombre, QWidget* padre)
+CHistogramaDlg::CHistogramaDlg(const CImagen& im, const QString& nombre, QWidget* padre, Realce realce)
     : QDialog(padre), h_(CalcularHistograma(im)) {
+    if (realce != Realce::Ninguno) {
+        const LimitesRealce l = CalcularRealce(im.pixeles, realce);
+        h_.conRealce = l.valido;
+        h_.realceBajo = l.bajo;
+        h_.realceAlto = l.alto;
+    }
     setObjectName(QStringLiteral("histograma"));
     setWindowTitle(QStringLiteral("Histograma - %1").arg(nombre));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -120,6 +139,11 @@ CHistogramaDlg::CHistogramaDlg(const CImagen& im, const QString& nombre, QWidget
     fila(2, 0, QStringLiteral("Píxeles:"), QString::number(static_cast<qulonglong>(h_.pixeles)), "pixeles");
     fila(2, 2, QStringLiteral("Anchura de clase:"), h_.porNiveles ? QStringLiteral("1 (un ND por barra)") : Numero(h_.anchoClase),
          "anchura");
+    if (h_.conRealce)
+        fila(3, 0, QStringLiteral("Realce de visualización:"),
+             QStringLiteral("%1, de %2 a %3")
+                 .arg(QString::fromUtf8(NombreRealce(realce)), Numero(h_.realceBajo), Numero(h_.realceAlto)),
+             "realce");
     layout->addLayout(datos);
     auto* cerrar = new QPushButton(QStringLiteral("&Cerrar"), this);
     connect(cerrar, &QPushButton::clicked, this, &QDialog::close);

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "image/CImagen.h"
+#include "image/Visualizacion.h"
 
 // Counts of one image. Byte images are counted level by level (0..255);
 // the other types are spread over 256 classes between their minimum and
@@ -22,6 +23,11 @@ struct Histograma {
     double media = 0, desviacion = 0;
     bool porNiveles = true;   // byte: class k is level k
     double anchoClase = 1;    // range of one class (1 for byte)
+
+    // Limits of the window's display stretch, drawn over the bars (none
+    // for the plain display).
+    bool conRealce = false;
+    double realceBajo = 0, realceAlto = 0;
 
     // Lower limit of class k.
     double LimiteInferior(int k) const { return porNiveles ? k : minimo + anchoClase * k; }
@@ -50,7 +56,9 @@ private:
 // closed.
 class CHistogramaDlg : public QDialog {
 public:
-    CHistogramaDlg(const orvela::CImagen& im, const QString& nombre, QWidget* padre = nullptr);
+    // `realce`: the display stretch of the window, whose limits are shown.
+    CHistogramaDlg(const orvela::CImagen& im, const QString& nombre, QWidget* padre = nullptr,
+                   orvela::Realce realce = orvela::Realce::Ninguno);
     const Histograma& Datos() const { return h_; }
 
 private:

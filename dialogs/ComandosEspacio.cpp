@@ -67,7 +67,7 @@ void ComandoHistograma(Espacio& espacio, Interfaz& ui, QWidget* padre) {
     CHistogramaDlg* dlg = nullptr;
     {
         EsperaCursor espera(ui);
-        dlg = new CHistogramaDlg(doc->Imagen(), doc->Nombre(), padre);
+        dlg = new CHistogramaDlg(doc->Imagen(), doc->Nombre(), padre, doc->Realce());
     }
     dlg->show();
     dlg->raise();

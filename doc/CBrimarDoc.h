@@ -3,8 +3,10 @@
 
 #include <QObject>
 #include <QString>
+#include <memory>
 
 #include "image/CImagen.h"
+#include "image/Visualizacion.h"
 
 class CBrimarDoc : public QObject {
     Q_OBJECT
@@ -19,6 +21,19 @@ public:
     // Puts a new image in, replacing what the window showed, and runs the
     // window set-up: zoom and scroll reset, display name "TMP", redraw.
     void PonerImagen(orvela::CImagen&& im);
+    // Puts a colour composite in: three byte planes already scaled to
+    // 0..255. The record gets the size, the flag that keeps every other
+    // operation off it (61265) and, from `referencia` when given, the title,
+    // reference system and georeference of the bands; its samples are a
+    // zeroed byte plane (the colours are in Composicion()).
+    void PonerComposicion(orvela::ComposicionColor&& c, const orvela::CImagen* referencia = nullptr);
+    // The composite shown; nullptr for a band.
+    const orvela::ComposicionColor* Composicion() const { return composicion_.get(); }
+
+    // Display stretch of the window: changes the drawing, never a sample.
+    orvela::Realce Realce() const { return realce_; }
+    void PonerRealce(orvela::Realce r);
+
     // Sets the display name (window caption).
     void PonerNombre(const QString& nombre);
     QString Nombre() const { return QString::fromStdString(imagen_.nombreVisualizacion); }
@@ -28,7 +43,11 @@ signals:
     void imagenPuesta();
     // The display name changed.
     void nombreCambiado(const QString& nombre);
+    // The display stretch changed: the view draws again.
+    void realceCambiado();
 
 private:
     orvela::CImagen imagen_;
+    std::unique_ptr<orvela::ComposicionColor> composicion_;
+    orvela::Realce realce_ = orvela::Realce::Ninguno;
 };

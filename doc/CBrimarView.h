@@ -1,6 +1,7 @@
 // The view of one child window: draws the document's image through its
 // palette at the current zoom, and answers the zoom, full-screen, pixel
-// query and legend commands.
+// query and legend commands. Mouse and keys go first to the armed tool
+// (doc/HerramientaVista.h); the zoom and the pixel query are tools too.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -8,13 +9,22 @@
 #include <QPoint>
 #include <QRect>
 #include <array>
+#include <functional>
+#include <memory>
+#include <vector>
 
+#include "doc/CapaVista.h"
+#include "doc/HerramientaVista.h"
 #include "image/Visualizacion.h"
 
 class CBrimarDoc;
 class Espacio;
 class Interfaz;
-class QRubberBand;
+class QMenu;
+namespace vista {
+class HerramientaZoom;
+class HerramientaConsulta;
+}  // namespace vista
 
 class CBrimarView : public QAbstractScrollArea {
     Q_OBJECT
@@ -44,23 +54,61 @@ public:
     int NivelZoom() const { return nivel_; }
     bool ZoomArmado() const { return armado_; }
     bool EnPantallaCompleta() const { return pantallaCompleta_; }
-    bool EnConsulta() const { return consulta_; }
+    bool EnConsulta() const { return HayHerramienta("consulta"); }
     // Source rectangle (image pixels) and destination (viewport pixels) of
     // what is drawn now.
     QRect Origen() const;
     QRect Destino() const;
     // Palette entries of the band, one byte per sample, with the palette as
-    // colour table; null when nothing can be drawn.
+    // colour table; null when nothing can be drawn or a composite is shown.
     const QImage& Indices() const { return indices_; }
+    // The colours of a composite, one pixel per sample; null for a band.
+    const QImage& ColoresComposicion() const { return rgb_; }
     const orvela::Paleta& PaletaActual() const { return paleta_; }
     // Image column (x) and row (y) under a viewport point.
     QPoint PixelEn(QPoint punto) const;
+    // The image point under a viewport point, and the viewport point of an
+    // image row and column (as doubles: pixel (f, c) spans f..f+1, c..c+1).
+    vista::PuntoImagen PuntoEn(QPoint punto) const;
+    QPointF EnPantalla(double fila, double columna) const;
+
+    // Tools. The armed tool gets the mouse and the keys first; arming one
+    // over another keeps the lower one for when the upper one ends. The
+    // pixel query is a mode that stays below whatever is armed over it.
+    void ArmarHerramienta(std::unique_ptr<vista::HerramientaVista> h);
+    // Takes the top tool off without its result (Cancelada is called).
+    void CancelarHerramienta();
+    vista::HerramientaVista* Herramienta() const { return herramientas_.empty() ? nullptr : herramientas_.back().get(); }
+    // Name of the armed tool ("" for none).
+    QString NombreHerramienta() const;
+
+    // Layers over the picture, drawn in the order added. A layer of the
+    // same name is replaced.
+    void AnadirCapa(std::unique_ptr<vista::CapaVista> c);
+    void QuitarCapa(const QString& nombre);
+    vista::CapaVista* Capa(const QString& nombre) const;
+    std::size_t NumeroCapas() const { return capas_.size(); }
+
+    // Viewer habits: zoom by two around a viewport point (the pixel under
+    // it stays under it; the wheel and the keys + and - use these), and
+    // panning by a viewport distance.
+    void AcercarEn(QPoint punto);
+    void AlejarEn(QPoint punto);
+    void Desplazar(QPoint distancia);
+    // Live readout for the pixel under a viewport point: row, column,
+    // value (three values on a colour composite) and map coordinates;
+    // empty off the image.
+    QString Lectura(QPoint punto) const;
 
 signals:
     // Text for a pane of the status bar (1: row and column, 2: value, 3: UTM).
     void textoPanel(int panel, const QString& texto);
     // A command chosen in the context menu; the frame runs it.
     void comando(int id);
+    // A tool was armed or taken off (the frame's buttons show the mode).
+    void herramientaCambiada();
+    // The live readout under the pointer ("" when it leaves the image).
+    void lectura(const QString& texto);
 
 protected:
     void paintEvent(QPaintEvent* e) override;
@@ -70,10 +118,21 @@ protected:
     void mouseMoveEvent(QMouseEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
+    void wheelEvent(QWheelEvent* e) override;
+    void leaveEvent(QEvent* e) override;
     void contextMenuEvent(QContextMenuEvent* e) override;
 
 private:
+    friend class vista::HerramientaZoom;
+    friend class vista::HerramientaConsulta;
+    vista::EventoRaton Evento(const QMouseEvent& e) const;
+    bool Despachar(const std::function<vista::Respuesta(vista::HerramientaVista&)>& f);
+    void Retirar(vista::HerramientaVista* h, bool cancelar);
+    bool HayHerramienta(const char* nombre) const;
+    void FijarZoom(const vista::RectanguloImagen& r);
+    QMenu* MenuRealce(QMenu& padre);
     bool HayDibujo() const;
+    bool MapaVisible() const;
     int NivelVisible() const { return armado_ ? nivel_ - 1 : nivel_; }
     void Geometria(QRect& origen, QRect& destino) const;
     void Convertir();
@@ -81,13 +140,14 @@ private:
     void ActualizarCursor();
     void Desarmar();
     void Consultar(QPoint punto);
-    void TerminarRectangulo(QPoint fin);
 
     CBrimarDoc& doc_;
     Espacio& espacio_;
     Interfaz& ui_;
 
     QImage indices_;
+    QImage rgb_;
+    std::vector<std::unique_ptr<vista::CapaVista>> capas_;
     orvela::Paleta paleta_;
     std::array<QRgb, 256> colores_{};
     long filas_ = 0, columnas_ = 0;
@@ -99,10 +159,16 @@ private:
     bool armado_ = false;
     std::array<QRect, kMaximoZooms + 1> pila_;
     bool pantallaCompleta_ = false;
-    bool consulta_ = false;
 
-    // Rectangle being dragged.
-    bool arrastrando_ = false;
-    QPoint inicioArrastre_;
-    QRubberBand* banda_ = nullptr;
+    // Armed tools, the top one last; tools taken off while one of them is
+    // still running are kept until the outermost call returns.
+    std::vector<std::unique_ptr<vista::HerramientaVista>> herramientas_;
+    std::vector<std::unique_ptr<vista::HerramientaVista>> retiradas_;
+    int enLlamada_ = 0;
+
+    bool sinMenu_ = false;  // a tool took the right press
+
+    // Middle-button panning.
+    bool paneando_ = false;
+    QPoint inicioPaneo_;
 };
