@@ -5,15 +5,15 @@
 #include <QMdiArea>
 #include <QTimer>
 
+#include "app/Arranque.h"
 #include "app/CChildFrame.h"
 #include "app/CMainFrame.h"
 #include "doc/ComandosDocumento.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("Orvela"));
-    QApplication::setApplicationName(QStringLiteral("Orvela"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvela"));
+    NombrarAplicacion();
+    CargarTraducciones(app);
 
     CMainFrame marco;
     CChildFrame* primera = marco.NuevaVentana();

@@ -16,6 +16,7 @@
 #include "dialogs/Interfaz.h"
 #include "dialogs/CAvisoDlg.h"
 #include "dialogs/COperacionDlg.h"
+#include "dialogs/Ficheros.h"
 #include "doc/CBrimarDoc.h"
 #include "operations/Curso.h"
 
@@ -55,7 +56,7 @@ constexpr int kEsperaProgresoMs = 300;
 // Runs the computation on a worker thread while a local event loop keeps
 // the windows painted; a progress window appears only when it takes long.
 Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
-                              Destino destino) {
+                              Destino destino, QWidget* padre) {
     auto milesimas = std::make_shared<std::atomic<int>>(-1);
     auto progreso = [milesimas](double f) {
         const double x = std::clamp(f, 0.0, 1.0) * 1000.0;
@@ -87,7 +88,7 @@ Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CIma
         avance.setInterval(100);
         QObject::connect(&mostrar, &QTimer::timeout, [&] {
             dialogo = std::make_unique<QProgressDialog>(QStringLiteral("Realizando la operación..."), QString(), 0, 0,
-                                                        QApplication::activeWindow());
+                                                        padre);
             dialogo->setObjectName(QStringLiteral("progreso"));
             dialogo->setWindowTitle(QString::fromUtf8(d.titulo));
             dialogo->setCancelButton(nullptr);
@@ -114,7 +115,7 @@ Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CIma
 }  // namespace
 
 void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
-    QWidget* padre = QApplication::activeWindow();
+    QWidget* padre = espacio.VentanaPrincipal();
     CBrimarDoc* doc = espacio.DocumentoActivo();
     const bool ofreceVentana =
         std::any_of(d.entradas.begin(), d.entradas.end(), [](const DeclEntrada& e) { return e.admiteVentanaActiva; });
@@ -182,7 +183,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
 
     Declaracion sinComprobar = d;
     sinComprobar.antesDeCalcular = nullptr;
-    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero);
+    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero, padre);
 
     for (const auto& a : r.avisos) ui.Mostrar(a);
     if (r.error) {
@@ -207,5 +208,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
         doc->PonerImagen(std::move(resultado));
         return;
     }
-    if (auto m = EscribirResultado(r, dlg.Stem())) ui.Mostrar(*m);
+    std::vector<std::string> escritos;
+    if (auto m = EscribirResultado(r, dlg.Stem(), &escritos)) return ui.Mostrar(*m);
+    if (!escritos.empty()) espacio.Confirmar(TextoGuardado(escritos));
 }

@@ -6,6 +6,8 @@
 #include <string>
 
 class CBrimarDoc;
+class QString;
+class QWidget;
 
 class Espacio {
 public:
@@ -15,4 +17,9 @@ public:
     // Application folder (the "Path" setting, or the executable's folder);
     // palettes are in its "Paletas" subfolder.
     virtual std::string CarpetaAplicacion() const = 0;
+    // The main window: every dialog hangs from it (never from whatever
+    // window happens to be active, such as the help window).
+    virtual QWidget* VentanaPrincipal() { return nullptr; }
+    // Tells the user, where the status bar shows it, that a file was written.
+    virtual void Confirmar(const QString& texto) { (void)texto; }
 };

@@ -72,6 +72,10 @@ CBrimarView::CBrimarView(CBrimarDoc& doc, Espacio& espacio, Interfaz& ui, QWidge
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 90);
     connect(&doc_, &CBrimarDoc::imagenPuesta, this, &CBrimarView::Preparar);
+    connect(&doc_, &CBrimarDoc::paletaCambiada, this, [this] {
+        Convertir();
+        viewport()->update();
+    });
     if (doc_.TieneImagen()) Preparar();
 }
 
@@ -107,6 +111,12 @@ void CBrimarView::Convertir() {
                              im.rutaPaletaPersonalizada, p) < 0) {
         ui_.Mostrar(Mensaje::Tabla(msg::kPaletaNoEncontrada));
         return;
+    }
+    // A classified image: each class in a colour of its own.
+    entradasClases_.clear();
+    if (auto clases = orvela::LeerLeyendaVentana(im.rutaRaster)) {
+        for (const auto& c : *clases) entradasClases_.push_back(orvela::EntradaDeValor(im.pixeles, c.nd));
+        orvela::DistinguirClases(p, entradasClases_);
     }
     paleta_ = p;
     for (int i = 0; i < 256; ++i) colores_[i] = qRgb(p.rojo[i], p.verde[i], p.azul[i]);
@@ -298,7 +308,9 @@ void CBrimarView::MostrarLeyenda() {
     if (!doc_.TieneImagen()) return ui_.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
     auto clases = orvela::LeerLeyendaVentana(doc_.Imagen().rutaRaster);
     if (!clases) return ui_.Mostrar(Mensaje::Tabla(msg::kLeyendaNoAbierta));
-    CMostrarLeyendaDlg dlg(std::move(*clases), paleta_, this);
+    std::vector<uint8_t> entradas;
+    for (const auto& c : *clases) entradas.push_back(orvela::EntradaDeValor(doc_.Imagen().pixeles, c.nd));
+    CMostrarLeyendaDlg dlg(std::move(*clases), paleta_, this, std::move(entradas));
     ui_.Ejecutar(dlg);
 }
 
