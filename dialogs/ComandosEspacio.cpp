@@ -16,6 +16,7 @@
 #include "dialogs/Ficheros.h"
 #include "doc/CBrimarDoc.h"
 #include "image/Estadisticas.h"
+#include "image/Leyenda.h"
 #include "image/Paleta.h"
 #include "tools/Exportar.h"
 
@@ -154,6 +155,12 @@ void ComandoExportarBmp(Espacio& espacio, Interfaz& ui) {
     if (codigo < 0 && !im.composicionColor) {
         ui.Mostrar(Mensaje::Tabla(msg::kPaletaNoEncontrada));
         return;
+    }
+    // The classes of a classified image in the colours the window shows.
+    if (auto clases = LeerLeyendaVentana(im.rutaRaster); clases && !im.composicionColor) {
+        std::vector<uint8_t> entradas;
+        for (const auto& c : *clases) entradas.push_back(EntradaDeValor(im.pixeles, c.nd));
+        DistinguirClases(paleta, entradas);
     }
     if (auto m = ExportarImagen(im, paleta, *ruta, formato)) return ui.Mostrar(*m);
     espacio.Confirmar(TextoGuardado({*ruta}));

@@ -1,5 +1,7 @@
 #include "image/Visualizacion.h"
 
+#include <algorithm>
+
 #include "image/Conversion.h"
 #include "image/Estadisticas.h"
 
@@ -40,36 +42,44 @@ uint8_t EntradaDeValor(const Muestras& m, double valor) {
     return IndicePaleta(valor, mn, mx);
 }
 
-std::array<uint8_t, 3> ColorClaseDistinto(std::size_t i) {
-    static constexpr std::array<std::array<uint8_t, 3>, 16> kPrimeros = {{
+namespace {
+
+// Whether two colours can be told apart: 48 levels or more in some channel.
+bool Lejos(const std::array<uint8_t, 3>& a, const std::array<uint8_t, 3>& b) {
+    for (int c = 0; c < 3; ++c)
+        if ((a[c] > b[c] ? a[c] - b[c] : b[c] - a[c]) >= 48) return true;
+    return false;
+}
+
+// The set: the sixteen colours the qualitative palette gives to the values
+// 1 to 16, then the colours of the 6 x 6 x 6 cube (levels 51 apart) far
+// from every colour before them, taken in a scrambled order so that
+// neighbours in the legend differ in more than one channel.
+std::vector<std::array<uint8_t, 3>> ConjuntoDistinto() {
+    std::vector<std::array<uint8_t, 3>> r = {
         {0, 0, 255},     {0, 170, 0},   {205, 133, 63}, {255, 0, 0},     {255, 255, 0},  {0, 255, 255},
         {255, 0, 255},   {255, 128, 0}, {128, 0, 255},  {0, 100, 0},     {128, 128, 128}, {255, 192, 203},
         {0, 0, 128},     {128, 64, 0},  {170, 255, 170}, {255, 255, 255},
-    }};
-    if (i < kPrimeros.size()) return kPrimeros[i];
-    // Golden-angle hues at full saturation, value alternating between two
-    // levels: neighbours in the legend never share a colour.
-    const std::size_t k = i - kPrimeros.size();
-    const double h = static_cast<double>((k * 137) % 360) / 60.0;
-    const double v = k % 2 == 0 ? 230.0 : 150.0;
-    const int sector = static_cast<int>(h);
-    const double f = h - sector;
-    const auto c = [](double x) { return static_cast<uint8_t>(x); };
-    const uint8_t alto = c(v), bajo = c(v * 0.15), sube = c(v * (0.15 + 0.85 * f)), baja = c(v * (1.0 - 0.85 * f));
-    switch (sector) {
-        case 0: return {alto, sube, bajo};
-        case 1: return {baja, alto, bajo};
-        case 2: return {bajo, alto, sube};
-        case 3: return {bajo, baja, alto};
-        case 4: return {sube, bajo, alto};
-        default: return {alto, bajo, baja};
+    };
+    for (int k = 0; k < 216; ++k) {
+        const int m = (k * 97) % 216;
+        const std::array<uint8_t, 3> c = {static_cast<uint8_t>(51 * (m / 36)), static_cast<uint8_t>(51 * (m / 6 % 6)),
+                                          static_cast<uint8_t>(51 * (m % 6))};
+        if (std::all_of(r.begin(), r.end(), [&](const auto& x) { return Lejos(c, x); })) r.push_back(c);
     }
+    return r;
+}
+
+}  // namespace
+
+std::array<uint8_t, 3> ColorClaseDistinto(std::size_t i) {
+    static const std::vector<std::array<uint8_t, 3>> conjunto = ConjuntoDistinto();
+    return conjunto[i % conjunto.size()];
 }
 
 void DistinguirClases(Paleta& p, const std::vector<uint8_t>& entradas) {
     const auto cerca = [&](uint8_t a, uint8_t b) {
-        const auto d = [](uint8_t x, uint8_t y) { return x > y ? x - y : y - x; };
-        return d(p.rojo[a], p.rojo[b]) < 48 && d(p.verde[a], p.verde[b]) < 48 && d(p.azul[a], p.azul[b]) < 48;
+        return !Lejos({p.rojo[a], p.verde[a], p.azul[a]}, {p.rojo[b], p.verde[b], p.azul[b]});
     };
     bool distintas = true;
     for (std::size_t i = 0; i < entradas.size() && distintas; ++i)

@@ -35,8 +35,9 @@ uint8_t EntradaDeValor(const Muestras& m, double valor);
 // palette stays as it is.
 void DistinguirClases(Paleta& p, const std::vector<uint8_t>& entradas);
 // Colour i of that set: the first sixteen are those the qualitative
-// palette gives to the values 1 to 16; after them, hues spread around the
-// colour circle.
+// palette gives to the values 1 to 16; after them, colours of the 6 x 6 x 6
+// cube far from all before them (well over a hundred in all; the set
+// repeats after its end).
 std::array<uint8_t, 3> ColorClaseDistinto(std::size_t i);
 
 // Display picture: one 32-bit entry per pixel laid out blue, green, red, 0

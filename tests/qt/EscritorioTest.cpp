@@ -298,6 +298,12 @@ private slots:
         e.Ejecutar({cmd::kMostrarLeyenda});
         QCOMPARE(muestras.size(), 4u);
         for (int k = 1; k <= 4; ++k) QCOMPARE(muestras[static_cast<std::size_t>(k - 1)], EnTabla(v.Indices(), k));
+        // The exported picture has the colours of the window.
+        e.ui.ficherosGuardar = {entorno_.Ruta("verdad.png")};
+        e.Ejecutar({cmd::kExportarBmp});
+        const QImage exportada(QString::fromStdString(entorno_.Ruta("verdad.png")));
+        QCOMPARE(exportada.size(), QSize(3, 3));
+        for (int k = 0; k <= 4; ++k) QCOMPARE(QColor(exportada.pixel(k % 3, k / 3)), EnTabla(v.Indices(), k));
 
         // Another palette for the open image, zoomed in: "Cualitativa 256".
         e.Ejecutar({cmd::kZoomAdelante});
