@@ -433,7 +433,7 @@ void CMainFrame::EjecutarComando(int id) {
         case cmd::kNivelDigital: return ConsultarPixel();
         case cmd::kCrearPaleta: {
             CCrearPaletaDlg dlg(*ui_, this);
-            ui_->Ejecutar(dlg);
+            if (ui_->Ejecutar(dlg) && dlg.result() == QDialog::Accepted) Confirmar(TextoGuardado({dlg.Ruta()}));
             return;
         }
         case cmd::kZoomAdelante: return EnVista([](CBrimarView& v) { v.ZoomAdelante(); });

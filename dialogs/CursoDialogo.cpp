@@ -178,7 +178,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
     // The window's image is about to be replaced by something that does not
     // come from it: the user may save it first, or give up.
     if (aVentana && !entradaVentana && doc->TieneImagen() && !doc->EsComposicion()) {
-        if (!PreguntarAviso(*doc, ui)) return;
+        if (!PreguntarAviso(*doc, ui, &espacio)) return;
     }
 
     Declaracion sinComprobar = d;

@@ -159,6 +159,7 @@ private slots:
         });
         Ejecutar(cmd::kCrearPaleta);
         QCOMPARE(LeerFichero(entorno_.Ruta("vieja.txt")), orvela::TextoPaletaCreada(buenos));
+        QCOMPARE(e_->marco.TextoPanel(0), QStringLiteral("Guardado: vieja.txt"));
     }
 
     // Class i at (10, 10 + 25 i) for the first nine, the tenth heading the

@@ -421,6 +421,18 @@ private slots:
         EjecutarOperacion(*BuscarPorOrden("convertir"), e.marco, e.ui);
         QVERIFY(e.ui.mensajes.empty() || e.ui.Ids() == std::vector<int>{msg::kPerdidaPrecision});
         QCOMPARE(e.marco.TextoPanel(0), QStringLiteral("Guardado: convertida.ozm"));
+        // The AVISO saves the window's image before a result from a file
+        // replaces it.
+        e.Ventana(entorno_.Imagen("aviso", 1, 2, "byte", {1, 2}));
+        e.marco.Confirmar(QStringLiteral("-"));
+        e.ui.dialogos = {Pulsando({"entrada0_seleccionar", "salida_ventana",
+                                   QStringLiteral("campo_%1_0").arg(static_cast<int>(Clave::TipoDestino))}),
+                         Pulsando({"guardarEn"})};
+        e.ui.ficherosAbrir = {entorno_.Imagen("entradaAviso", 1, 2, "integer", {1, 2})};
+        EjecutarOperacion(*BuscarPorOrden("convertir"), e.marco, e.ui);
+        QCOMPARE(e.ui.titulosDialogos.back(), QStringLiteral("AVISO DE Brimar"));
+        QCOMPARE(e.marco.TextoPanel(0), QStringLiteral("Guardado: aviso.ozm"));
+        QCOMPARE(e.marco.DocumentoActivo()->Nombre(), QStringLiteral("TMP"));
         QVERIFY(e.ui.preguntas.empty());
     }
 };
