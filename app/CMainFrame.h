@@ -33,10 +33,13 @@ public:
     ~CMainFrame() override;
 
     CBrimarDoc* DocumentoActivo() override;
+    std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
     QWidget* VentanaPrincipal() override { return this; }
-    // The line of a file written, in the status bar's message pane.
-    void Confirmar(const QString& texto) override;
+    void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
+    void AbrirInforme(const orvela::InformeTexto& informe) override;
+    void AbrirGrafico(const orvela::Grafico& grafico) override;
+    void Confirmar(const std::string& texto) override;
 
     Interfaz& Ui() { return *ui_; }
     QMdiArea* Area() { return mdi_; }
@@ -52,6 +55,11 @@ public:
     static bool Manejado(int id);
     // The action of a command id (menu entries and the commands without one).
     QAction* Accion(int id) const;
+
+    // The pixel query of the active window (after its checks).
+    void ConsultarPixel();
+    // Runs f on the active view, or says there is no active window.
+    template <class F> void EnVista(F f);
 
     // Texts of the status bar: panes 0..3 (0 is the message pane), then the
     // indicators "MAY", "NUM", "DESP" (4..6).
@@ -82,8 +90,6 @@ private:
     void CrearBarraHerramientas();
     void CrearBarraEstado();
     void ActualizarTitulo();
-    void ConsultarPixel();
-    template <class F> void EnVista(F f);
 
     std::unique_ptr<Interfaz> uiPropia_;
     Interfaz* ui_;

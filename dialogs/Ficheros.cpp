@@ -48,7 +48,7 @@ void QuitarReciente(const QString& ruta) {
     Ajustes().setValue(kRecientes, r);
 }
 
-QString TextoGuardado(const std::vector<std::string>& escritos) {
+std::string TextoGuardado(const std::vector<std::string>& escritos) {
     QStringList nombres;
     for (const std::string& e : escritos) {
         const QFileInfo fi(QString::fromStdString(e));
@@ -56,6 +56,7 @@ QString TextoGuardado(const std::vector<std::string>& escritos) {
         nombres << fi.fileName();
     }
     if (nombres.isEmpty()) return {};
-    return (nombres.size() == 1 ? QStringLiteral("Guardado: ") : QStringLiteral("Guardados: ")) +
-           nombres.join(QStringLiteral(", "));
+    return ((nombres.size() == 1 ? QStringLiteral("Guardado: ") : QStringLiteral("Guardados: ")) +
+            nombres.join(QStringLiteral(", ")))
+        .toStdString();
 }

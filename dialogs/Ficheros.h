@@ -24,4 +24,5 @@ void QuitarReciente(const QString& ruta);
 
 // "Guardado: a.ozm" or "Guardados: a.ozm, b.txt": the files written (the
 // header beside each raster is not named).
-QString TextoGuardado(const std::vector<std::string>& escritos);
+// UTF-8.
+std::string TextoGuardado(const std::vector<std::string>& escritos);

@@ -13,7 +13,7 @@
 
 #include "dialogs/Espacio.h"
 #include "dialogs/Interfaz.h"
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 #include "dialogs/CMostrarLeyendaDlg.h"
 #include "doc/CBrimarDoc.h"
 #include "image/Leyenda.h"

@@ -350,7 +350,7 @@ private slots:
         e.marco.PonerTextoPanel(1, QStringLiteral("Fila =  1499 \t Columna =  1999"));
         e.marco.PonerTextoPanel(2, QStringLiteral("\tNivel Digital =  255.00\t"));
         e.marco.PonerTextoPanel(3, QStringLiteral("Coord. UTM. X = 712345.0 ; Y = 4412345.0 "));
-        e.marco.Confirmar(QStringLiteral("Guardado: una_imagen_de_nombre_largo.ozm"));
+        e.marco.Confirmar("Guardado: una_imagen_de_nombre_largo.ozm");
         for (int ancho : {1400, 800, 500}) {
             e.marco.resize(ancho, 600);
             QApplication::processEvents();
@@ -416,7 +416,7 @@ private slots:
         QCOMPARE(e.marco.TextoPanel(0), QStringLiteral("Guardado: conf.bmp"));
         e.Ejecutar({cmd::kGuardarComo});
         QCOMPARE(e.marco.TextoPanel(0), QStringLiteral("Guardado: conf2.ozm"));
-        e.ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", QStringLiteral("campo_%1_0").arg(static_cast<int>(Clave::TipoDestino))}));
+        e.ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", QStringLiteral("campo_tipo_destino_0")}));
         e.ui.ficherosAbrir = {entorno_.Imagen("entradaConf", 1, 2, "integer", {1, 2})};
         EjecutarOperacion(*BuscarPorOrden("convertir"), e.marco, e.ui);
         QVERIFY(e.ui.mensajes.empty() || e.ui.Ids() == std::vector<int>{msg::kPerdidaPrecision});
@@ -424,9 +424,9 @@ private slots:
         // The AVISO saves the window's image before a result from a file
         // replaces it.
         e.Ventana(entorno_.Imagen("aviso", 1, 2, "byte", {1, 2}));
-        e.marco.Confirmar(QStringLiteral("-"));
+        e.marco.PonerTextoPanel(0, QStringLiteral("-"));
         e.ui.dialogos = {Pulsando({"entrada0_seleccionar", "salida_ventana",
-                                   QStringLiteral("campo_%1_0").arg(static_cast<int>(Clave::TipoDestino))}),
+                                   QStringLiteral("campo_tipo_destino_0")}),
                          Pulsando({"guardarEn"})};
         e.ui.ficherosAbrir = {entorno_.Imagen("entradaAviso", 1, 2, "integer", {1, 2})};
         EjecutarOperacion(*BuscarPorOrden("convertir"), e.marco, e.ui);
