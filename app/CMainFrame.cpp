@@ -1,11 +1,15 @@
 #include "app/CMainFrame.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMenuBar>
+#include <QPainter>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
@@ -21,6 +25,7 @@
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
 #include "dialogs/VentanasResultado.h"
+#include "dialogs/Ficheros.h"
 #include "doc/CBrimarDoc.h"
 #include "doc/CBrimarView.h"
 #include "doc/ComandosDocumento.h"
@@ -53,7 +58,7 @@ const std::map<int, Manejador>& Manejadores() {
         {cmd::kCrearPaleta,
          [](CMainFrame& f) {
              CCrearPaletaDlg dlg(f.Ui(), &f);
-             f.Ui().Ejecutar(dlg);
+             if (f.Ui().Ejecutar(dlg) && dlg.result() == QDialog::Accepted) f.Confirmar(TextoGuardado({dlg.Ruta()}));
          }},
         {cmd::kZoomAdelante, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.ZoomAdelante(); }); }},
         {cmd::kZoomAtras, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.ZoomAtras(); }); }},
@@ -72,6 +77,42 @@ const std::map<int, Manejador>& Manejadores() {
 }
 
 const char* const kIndicadores[3] = {"MAY", "NUM", "DESP"};
+
+// A pane of the status bar that never overlaps its neighbours: it asks for
+// its usual width (or that of its text), gives way down to a few letters
+// when the window is narrow, and then shows its text cut short with "..."
+// and whole in its tool tip.
+class PanelEstado : public QLabel {
+public:
+    PanelEstado(int anchoHabitual, QWidget* padre) : QLabel(padre), habitual_(anchoHabitual) {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+    QSize sizeHint() const override {
+        const QSize h = QLabel::sizeHint();
+        return QSize(std::max(habitual_, Ancho(Mostrado()) + 12), h.height());
+    }
+    QSize minimumSizeHint() const override {
+        return QSize(std::min(habitual_, fontMetrics().horizontalAdvance(QStringLiteral("MMMM")) + 8),
+                     QLabel::minimumSizeHint().height());
+    }
+    // The text as drawn: tabs as spaces.
+    QString Mostrado() const { return QString(text()).replace(QLatin1Char('\t'), QStringLiteral("    ")); }
+    int Ancho(const QString& t) const { return fontMetrics().horizontalAdvance(t); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter p(this);
+        drawFrame(&p);
+        const QRect r = contentsRect().adjusted(4, 0, -4, 0);
+        const QString t = fontMetrics().elidedText(Mostrado(), Qt::ElideRight, r.width());
+        p.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+        p.drawText(r, static_cast<int>(alignment()) | Qt::TextSingleLine, t);
+        setToolTip(t == Mostrado() ? QString() : Mostrado());
+    }
+
+private:
+    int habitual_;
+};
 
 }  // namespace
 
@@ -96,6 +137,43 @@ CMainFrame::CMainFrame(Interfaz* ui, QWidget* padre) : QMainWindow(padre) {
     });
 
     CrearMenus();
+    // Windows above the command table: "Cambiar paleta", recent images and
+    // the "Ventana" menu.
+    for (QAction* a : menuBar()->actions()) {
+        if (a->text() == QStringLiteral("Fichero")) menuFichero_ = a->menu();
+        if (a->text() == QStringLiteral("Ayuda")) {
+            menuVentana_ = new QMenu(QStringLiteral("Ventana"), this);
+            menuVentana_->setObjectName(QStringLiteral("menuVentana"));
+            menuBar()->insertMenu(a, menuVentana_);
+            connect(menuVentana_, &QMenu::aboutToShow, this, &CMainFrame::ActualizarMenuVentana);
+        }
+    }
+    cambiarPaleta_ = new QAction(QStringLiteral("Cambiar paleta"), this);
+    cambiarPaleta_->setObjectName(QStringLiteral("cambiarPaleta"));
+    connect(cambiarPaleta_, &QAction::triggered, this, [this] { ComandoCambiarPaleta(*this, *ui_, this); });
+    if (QAction* imagen = Accion(cmd::kImagen)) {
+        QMenu* m = nullptr;
+        for (QObject* o : imagen->associatedObjects())
+            if (auto* x = qobject_cast<QMenu*>(o)) m = x;
+        if (m) {
+            const auto lista = m->actions();
+            const qsizetype k = lista.indexOf(imagen);
+            m->insertAction(k + 1 < lista.size() ? lista[k + 1] : nullptr, cambiarPaleta_);
+        }
+    }
+    if (menuFichero_) {
+        separadorRecientes_ = menuFichero_->insertSeparator(Accion(cmd::kSalir));
+        for (int i = 0; i < kMaximoRecientes; ++i) {
+            auto* a = new QAction(this);
+            a->setObjectName(QStringLiteral("reciente%1").arg(i));
+            connect(a, &QAction::triggered, this, [this, a] { AbrirReciente(a->data().toString()); });
+            menuFichero_->insertAction(separadorRecientes_, a);
+            recientes_.push_back(a);
+        }
+        menuFichero_->insertSeparator(Accion(cmd::kSalir));
+        connect(menuFichero_, &QMenu::aboutToShow, this, &CMainFrame::ActualizarRecientes);
+        ActualizarRecientes();
+    }
     CrearBarraHerramientas();
     CrearBarraEstado();
     qApp->installEventFilter(this);
@@ -201,7 +279,7 @@ void CMainFrame::ActualizarBotones() {
 void CMainFrame::CrearBarraEstado() {
     QStatusBar* barra = statusBar();
     for (int i = 0; i < 7; ++i) {
-        auto* l = new QLabel(this);
+        auto* l = new PanelEstado(i == 0 ? 160 : i == 3 ? 240 : i < 3 ? 200 : 0, this);
         l->setObjectName(QStringLiteral("panel%1").arg(i));
         l->setFrameShape(QFrame::Panel);
         l->setFrameShadow(QFrame::Sunken);
@@ -209,15 +287,12 @@ void CMainFrame::CrearBarraEstado() {
     }
     paneles_[0]->setText(QStringLiteral("Preparado"));
     barra->addWidget(paneles_[0], 1);
-    for (int i = 1; i <= 3; ++i) {
-        paneles_[i]->setMinimumWidth(i == 3 ? 240 : 200);
-        barra->addPermanentWidget(paneles_[i]);
-    }
+    for (int i = 1; i <= 3; ++i) barra->addWidget(paneles_[i], 0);
     for (int i = 0; i < 3; ++i) {
         QLabel* l = paneles_[4 + i];
         l->setText(QString::fromLatin1(kIndicadores[i]));
         l->setAlignment(Qt::AlignCenter);
-        l->setMinimumWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("DESP")) + 12);
+        l->setFixedWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("DESP")) + 16);
         l->setEnabled(false);  // shown greyed while the key is off
         barra->addPermanentWidget(l);
     }
@@ -227,6 +302,81 @@ QString CMainFrame::TextoPanel(int i) const { return i >= 0 && i < 7 ? paneles_[
 
 void CMainFrame::PonerTextoPanel(int i, const QString& texto) {
     if (i >= 0 && i < 4) paneles_[i]->setText(texto);
+}
+
+void CMainFrame::closeEvent(QCloseEvent* e) {
+    for (QMdiSubWindow* s : mdi_->subWindowList()) {
+        auto* c = qobject_cast<CChildFrame*>(s);
+        if (!c) continue;
+        mdi_->setActiveSubWindow(c);
+        if (!PermitirDescartar(c->Documento(), *this, *ui_)) {
+            e->ignore();
+            return;
+        }
+    }
+    QMainWindow::closeEvent(e);
+}
+
+void CMainFrame::ActualizarMenuVentana() {
+    menuVentana_->clear();
+    const auto ventanas = mdi_->subWindowList();
+    QAction* cascada = menuVentana_->addAction(QStringLiteral("&Cascada"), mdi_, &QMdiArea::cascadeSubWindows);
+    cascada->setObjectName(QStringLiteral("cascada"));
+    QAction* mosaico = menuVentana_->addAction(QStringLiteral("&Mosaico"), mdi_, &QMdiArea::tileSubWindows);
+    mosaico->setObjectName(QStringLiteral("mosaico"));
+    QAction* siguiente = menuVentana_->addAction(QStringLiteral("&Siguiente"), mdi_, &QMdiArea::activateNextSubWindow);
+    siguiente->setObjectName(QStringLiteral("siguiente"));
+    for (QAction* a : {cascada, mosaico, siguiente}) a->setEnabled(!ventanas.isEmpty());
+    if (ventanas.isEmpty()) return;
+    menuVentana_->addSeparator();
+    auto* grupo = new QActionGroup(menuVentana_);
+    for (qsizetype i = 0; i < ventanas.size(); ++i) {
+        QMdiSubWindow* s = ventanas[i];
+        const QString texto = i < 9 ? QStringLiteral("&%1 %2").arg(i + 1).arg(s->windowTitle())
+                                    : QStringLiteral("%1 %2").arg(i + 1).arg(s->windowTitle());
+        QAction* a = menuVentana_->addAction(texto);
+        a->setObjectName(QStringLiteral("ventana%1").arg(i));
+        a->setCheckable(true);
+        a->setChecked(s == mdi_->activeSubWindow());
+        grupo->addAction(a);
+        QPointer<QMdiSubWindow> destino = s;
+        connect(a, &QAction::triggered, this, [this, destino] {
+            if (!destino) return;
+            if (destino->isMinimized()) destino->showNormal();
+            mdi_->setActiveSubWindow(destino);
+        });
+    }
+}
+
+void CMainFrame::ActualizarRecientes() {
+    const QStringList lista = FicherosRecientes();
+    for (int i = 0; i < static_cast<int>(recientes_.size()); ++i) {
+        QAction* a = recientes_[static_cast<std::size_t>(i)];
+        const bool hay = i < lista.size();
+        a->setVisible(hay);
+        if (!hay) continue;
+        a->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(lista[i]).fileName()));
+        a->setToolTip(lista[i]);
+        a->setStatusTip(lista[i]);
+        a->setData(lista[i]);
+    }
+    if (separadorRecientes_) separadorRecientes_->setVisible(!lista.isEmpty());
+}
+
+void CMainFrame::AbrirReciente(const QString& ruta) {
+    if (!QFileInfo::exists(ruta)) {
+        QuitarReciente(ruta);
+        ActualizarRecientes();
+    }
+    CChildFrame* c = VentanaActiva();
+    const bool nueva = !c || c->Documento().TieneImagen();
+    if (nueva) c = NuevaVentana();
+    // A single band is shown in grey levels, as from the command line.
+    if (!::AbrirImagen(c->Documento(), ruta.toStdString(), 2, {}, *ui_)) {
+        if (nueva) c->CerrarSinPreguntar();
+        return;
+    }
+    ActualizarRecientes();
 }
 
 bool CMainFrame::eventFilter(QObject* objeto, QEvent* e) {
@@ -263,7 +413,7 @@ CChildFrame* CMainFrame::NuevaVentana() {
         paneles_[0]->setText(t.isEmpty() ? QStringLiteral("Preparado") : t);
     });
     connect(&hijo->Vista(), &CBrimarView::herramientaCambiada, this, &CMainFrame::ActualizarBotones);
-    connect(&hijo->Documento(), &CBrimarDoc::nombreCambiado, this, &CMainFrame::ActualizarTitulo);
+    connect(&hijo->Documento(), &CBrimarDoc::tituloCambiado, this, &CMainFrame::ActualizarTitulo);
     // A closed window leaves no pixel query behind in the status bar.
     connect(hijo, &QObject::destroyed, this, [this](QObject* hijo) {
         if (ultima_ == hijo) ultima_ = nullptr;
@@ -273,6 +423,7 @@ CChildFrame* CMainFrame::NuevaVentana() {
         ActualizarBotones();
     });
     hijo->show();
+    hijo->MeterEnEspacio();
     mdi_->setActiveSubWindow(hijo);
     ultima_ = hijo;
     ActualizarTitulo();
@@ -333,6 +484,7 @@ void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
     const std::string nombre = guardada ? imagen.rutaRaster : std::string();
     hijo->Documento().PonerImagen(std::move(imagen));
     if (!nombre.empty()) hijo->Documento().PonerNombre(QString::fromStdString(nombre));
+    if (guardada) hijo->Documento().MarcarGuardado();
 }
 
 void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
@@ -341,4 +493,6 @@ void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
 
 void CMainFrame::AbrirGrafico(const orvela::Grafico& grafico) { AbrirVentanaGrafico(mdi_, *ui_, grafico); }
 
-void CMainFrame::Confirmar(const std::string& texto) { PonerTextoPanel(0, QString::fromStdString(texto)); }
+void CMainFrame::Confirmar(const std::string& texto) {
+    if (!texto.empty()) PonerTextoPanel(0, QString::fromStdString(texto));
+}

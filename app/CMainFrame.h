@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "dialogs/Espacio.h"
 
@@ -17,6 +18,7 @@ class CChildFrame;
 class Interfaz;
 class QMdiArea;
 class QMdiSubWindow;
+class QMenu;
 
 class CMainFrame : public QMainWindow, public Espacio {
     Q_OBJECT
@@ -33,6 +35,7 @@ public:
     CBrimarDoc* DocumentoActivo() override;
     std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
+    QWidget* VentanaPrincipal() override { return this; }
     void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
     void AbrirInforme(const orvela::InformeTexto& informe) override;
     void AbrirGrafico(const orvela::Grafico& grafico) override;
@@ -62,9 +65,24 @@ public:
     // indicators "MAY", "NUM", "DESP" (4..6).
     QString TextoPanel(int i) const;
     void PonerTextoPanel(int i, const QString& texto);
+    QLabel* Panel(int i) const { return i >= 0 && i < 7 ? paneles_[i] : nullptr; }
+
+    // "Ventana": cascade, tile and the open windows, made afresh each time
+    // it opens; the images opened last, in "Fichero" above "Salir".
+    QMenu* MenuVentana() const { return menuVentana_; }
+    void ActualizarMenuVentana();
+    void ActualizarRecientes();
+    // Opens one of the images opened last: in the active window when it is
+    // empty, else in a new one.
+    void AbrirReciente(const QString& ruta);
+    // "Cambiar paleta" (Visualización): the action outside the command table.
+    QAction* AccionCambiarPaleta() const { return cambiarPaleta_; }
 
 protected:
     bool eventFilter(QObject* objeto, QEvent* e) override;
+    // "Salir", Ctrl+S and the close box: no unsaved result is lost without
+    // a question.
+    void closeEvent(QCloseEvent* e) override;
 
 private:
     void LeerCarpeta();
@@ -85,4 +103,9 @@ private:
     std::array<QLabel*, 7> paneles_{};
     std::array<bool, 3> bloqueos_{};
     std::map<int, QAction*> acciones_;
+    QMenu* menuVentana_ = nullptr;
+    QMenu* menuFichero_ = nullptr;
+    std::vector<QAction*> recientes_;
+    QAction* separadorRecientes_ = nullptr;
+    QAction* cambiarPaleta_ = nullptr;
 };

@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "dialogs/Espacio.h"
+#include "dialogs/Ficheros.h"
 #include "dialogs/Interfaz.h"
 #include "doc/CBrimarDoc.h"
 #include "operations/Curso.h"
@@ -101,7 +103,7 @@ void CAvisoDlg::accept() {
     QDialog::accept();
 }
 
-bool PreguntarAviso(CBrimarDoc& doc, Interfaz& ui) {
+bool PreguntarAviso(CBrimarDoc& doc, Interfaz& ui, Espacio* espacio) {
     if (!doc.TieneImagen() || doc.EsComposicion()) return true;
     CAvisoDlg dlg(doc, ui);
     if (!ui.Ejecutar(dlg)) return false;
@@ -113,5 +115,7 @@ bool PreguntarAviso(CBrimarDoc& doc, Interfaz& ui) {
         return false;
     }
     if (modo == 1) doc.PonerNombre(QString::fromStdString(dlg.Titulo()));
+    doc.MarcarGuardado();
+    if (espacio) espacio->Confirmar(TextoGuardado({doc.Imagen().rutaRaster}));
     return true;
 }

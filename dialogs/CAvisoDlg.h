@@ -8,6 +8,7 @@
 #include <string>
 
 class CBrimarDoc;
+class Espacio;
 class Interfaz;
 class QButtonGroup;
 class QLineEdit;
@@ -15,7 +16,8 @@ class QLineEdit;
 // Asks and saves. A window without an image, or holding a colour composite,
 // has nothing to protect: true without asking. A save that fails is
 // reported and abandons the operation (false).
-bool PreguntarAviso(CBrimarDoc& doc, Interfaz& ui);
+// `espacio`, when given, shows the line of the file saved.
+bool PreguntarAviso(CBrimarDoc& doc, Interfaz& ui, Espacio* espacio = nullptr);
 
 class CAvisoDlg : public QDialog {
     Q_OBJECT

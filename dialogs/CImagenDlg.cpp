@@ -18,9 +18,9 @@ using orvela::Mensaje;
 namespace msg = orvela::msg;
 namespace relleno = orvela::relleno;
 
-CImagenDlg::CImagenDlg(Interfaz& ui, QWidget* padre) : QDialog(padre), ui_(ui) {
-    setWindowTitle(QStringLiteral("Imagen"));
-    setObjectName(QStringLiteral("imagen"));
+CImagenDlg::CImagenDlg(Interfaz& ui, QWidget* padre, Modo modo) : QDialog(padre), ui_(ui), modo_(modo) {
+    setWindowTitle(modo == SoloPaleta ? QStringLiteral("Cambiar paleta") : QStringLiteral("Imagen"));
+    setObjectName(modo == SoloPaleta ? QStringLiteral("cambiarPaleta") : QStringLiteral("imagen"));
 
     auto* grupoEntrada = new QGroupBox(QStringLiteral("Nombre de la Imagen de Entrada"), this);
     auto* seleccionar = new QPushButton(QStringLiteral("&Seleccionar"), grupoEntrada);
@@ -59,7 +59,8 @@ CImagenDlg::CImagenDlg(Interfaz& ui, QWidget* padre) : QDialog(padre), ui_(ui) {
     const FilaBotones botones(this, QStringLiteral("&Aceptar"), QStringLiteral("&Cancelar"));
 
     auto* v = new QVBoxLayout(this);
-    v->addWidget(grupoEntrada);
+    if (modo == SoloPaleta) grupoEntrada->hide();
+    else v->addWidget(grupoEntrada);
     v->addWidget(grupoPaleta);
     v->addLayout(botones.fila);
 
@@ -99,7 +100,18 @@ void CImagenDlg::ElegirPaleta() {
     PonerCodigoPaleta(orvela::kPaletaPersonalizada);
 }
 
+void CImagenDlg::PonerPaletaPersonalizada(const std::string& ruta) {
+    rutaPaleta_ = ruta;
+    paleta_->setText(QString::fromStdString(orvela::TituloFichero(ruta)));
+    PonerCodigoPaleta(orvela::kPaletaPersonalizada);
+}
+
 void CImagenDlg::accept() {
+    if (modo_ == SoloPaleta) {
+        if (CodigoPaleta() == orvela::kPaletaPersonalizada && rutaPaleta_.empty())
+            return ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, relleno::kElArchivoPaleta, relleno::kUnArchivo));
+        return QDialog::accept();
+    }
     if (ruta_.empty())
         return ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, relleno::kNingunaImagen, relleno::kUnaImagen));
     if (!aceptado_) return;

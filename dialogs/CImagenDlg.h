@@ -14,7 +14,10 @@ class QLineEdit;
 class CImagenDlg : public QDialog {
     Q_OBJECT
 public:
-    explicit CImagenDlg(Interfaz& ui, QWidget* padre = nullptr);
+    // Imagen: the file and the palette. SoloPaleta: "Cambiar paleta", the
+    // palette group alone, for the image a window already shows.
+    enum Modo { ImagenYPaleta, SoloPaleta };
+    explicit CImagenDlg(Interfaz& ui, QWidget* padre = nullptr, Modo modo = ImagenYPaleta);
 
     const std::string& Ruta() const { return ruta_; }
     const orvela::Cabecera& Cabecera() const { return cabecera_; }
@@ -22,6 +25,8 @@ public:
     int CodigoPaleta() const;
     void PonerCodigoPaleta(int codigo);
     const std::string& RutaPaleta() const { return rutaPaleta_; }
+    // The palette file already chosen (code 6).
+    void PonerPaletaPersonalizada(const std::string& ruta);
 
 public slots:
     void accept() override;
@@ -37,4 +42,5 @@ private:
     std::string ruta_, rutaPaleta_;
     orvela::Cabecera cabecera_;
     bool aceptado_ = false;
+    Modo modo_;
 };

@@ -9,8 +9,8 @@ constexpr int kAncho = 300, kAlto = 270;
 }
 
 CMostrarLeyendaDlg::CMostrarLeyendaDlg(std::vector<orvela::ClaseLeyenda> clases, const orvela::Paleta& paleta,
-                                       QWidget* padre)
-    : QDialog(padre), clases_(std::move(clases)), paleta_(paleta) {
+                                       QWidget* padre, std::vector<uint8_t> entradas)
+    : QDialog(padre), clases_(std::move(clases)), paleta_(paleta), entradas_(std::move(entradas)) {
     setWindowTitle(QStringLiteral("Mostrar Leyenda De Clasificación"));
     setObjectName(QStringLiteral("leyenda"));
     setFixedSize(kAncho, kAlto);
@@ -31,6 +31,13 @@ QColor CMostrarLeyendaDlg::ColorClase(double nd) const {
     return QColor(paleta_.rojo[k], paleta_.verde[k], paleta_.azul[k]);
 }
 
+QColor CMostrarLeyendaDlg::ColorMuestra(std::size_t i) const {
+    if (i >= clases_.size()) return {};
+    if (i >= entradas_.size()) return ColorClase(clases_[i].nd);
+    const uint8_t k = entradas_[i];
+    return QColor(paleta_.rojo[k], paleta_.verde[k], paleta_.azul[k]);
+}
+
 void CMostrarLeyendaDlg::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.fillRect(rect(), QColor(193, 193, 193));
@@ -39,7 +46,7 @@ void CMostrarLeyendaDlg::paintEvent(QPaintEvent*) {
     const int alto = p.fontMetrics().height();
     for (std::size_t i = 0; i < clases_.size(); ++i) {
         const QPoint o = OrigenMuestra(static_cast<int>(i));
-        p.fillRect(QRect(o.x(), o.y(), 25, 10), ColorClase(clases_[i].nd));
+        p.fillRect(QRect(o.x(), o.y(), 25, 10), ColorMuestra(i));
         // Names of the first column stop short of the second column.
         const int borde = o.x() < 155 ? 150 : kAncho;
         const QRect texto(o.x() + 28, o.y() - 5, borde - (o.x() + 28), alto);

@@ -13,8 +13,10 @@
 #include "dialogs/Interfaz.h"
 #include "dialogs/CAyudaDlg.h"
 #include "dialogs/CHistogramaDlg.h"
+#include "dialogs/Ficheros.h"
 #include "doc/CBrimarDoc.h"
 #include "image/Estadisticas.h"
+#include "image/Leyenda.h"
 #include "image/Paleta.h"
 #include "tools/Exportar.h"
 
@@ -132,7 +134,8 @@ void ComandoExportarAscii(Espacio& espacio, Interfaz& ui) {
     if (!ruta || ruta->empty()) return;
     if (!TieneExtension(*ruta)) *ruta += ".txt";
     EsperaCursor espera(ui);
-    if (auto m = ExportarAscii(doc->Imagen(), *ruta)) ui.Mostrar(*m);
+    if (auto m = ExportarAscii(doc->Imagen(), *ruta)) return ui.Mostrar(*m);
+    espacio.Confirmar(TextoGuardado({*ruta}));
 }
 
 void ComandoExportarBmp(Espacio& espacio, Interfaz& ui) {
@@ -153,8 +156,32 @@ void ComandoExportarBmp(Espacio& espacio, Interfaz& ui) {
         ui.Mostrar(Mensaje::Tabla(msg::kPaletaNoEncontrada));
         return;
     }
-    if (auto m = ExportarImagen(im, paleta, *ruta, formato)) ui.Mostrar(*m);
+    // The classes of a classified image in the colours the window shows.
+    if (auto clases = LeerLeyendaVentana(im.rutaRaster); clases && !im.composicionColor) {
+        std::vector<uint8_t> entradas;
+        for (const auto& c : *clases) entradas.push_back(EntradaDeValor(im.pixeles, c.nd));
+        DistinguirClases(paleta, entradas);
+    }
+    if (auto m = ExportarImagen(im, paleta, *ruta, formato)) return ui.Mostrar(*m);
+    espacio.Confirmar(TextoGuardado({*ruta}));
 }
+
+namespace {
+
+// The outermost window above `w`: the main window, for every window of the
+// program; `w` itself when it hangs from nothing.
+QWidget* Raiz(QWidget* w) {
+    while (w && w->parentWidget()) w = w->parentWidget();
+    return w;
+}
+
+bool Desciende(const QWidget* w, const QWidget* de) {
+    for (; w; w = w->parentWidget())
+        if (w == de) return true;
+    return false;
+}
+
+}  // namespace
 
 void MostrarAyuda(const char* pagina, QWidget* padre) {
     static QPointer<CAyudaDlg> ayuda;
@@ -162,26 +189,37 @@ void MostrarAyuda(const char* pagina, QWidget* padre) {
         ayuda = new CAyudaDlg(CAyudaDlg::CarpetaPorDefecto());
         QObject::connect(qApp, &QCoreApplication::aboutToQuit, ayuda, &QObject::deleteLater);
     }
-    // A modal dialog blocks every other window: while one is open, the help
-    // window belongs to it, and goes back to being a window of its own when
-    // the dialog ends.
+    // The help window hangs from the main window. A modal dialog blocks
+    // every other window: while one is open, the help window belongs to it,
+    // and goes back to the main window when the dialog ends. A dialog that
+    // hangs from the help window itself (it should not) never takes it: the
+    // two would each become the other's parent.
+    QWidget* raiz = Raiz(padre);
+    if (raiz == ayuda || Desciende(raiz, ayuda)) raiz = nullptr;
     auto* dialogo = padre ? qobject_cast<QDialog*>(padre->window()) : nullptr;
-    if (dialogo && dialogo->isModal() && ayuda->parentWidget() != dialogo) {
-        const QRect marco = ayuda->geometry();
-        ayuda->setParent(dialogo, Qt::Window);
-        ayuda->setGeometry(marco);
-        QPointer<CAyudaDlg> a = ayuda;
-        QObject::connect(
-            dialogo, &QDialog::finished, ayuda,
-            [a] {
-                if (!a) return;
-                const bool visible = a->isVisible();
-                const QRect marco = a->geometry();
-                a->setParent(nullptr, Qt::Window);
-                a->setGeometry(marco);
-                if (visible) a->show();
-            },
-            Qt::SingleShotConnection);
+    if (dialogo && Desciende(dialogo, ayuda)) dialogo = nullptr;
+    auto colgar = [](CAyudaDlg* a, QWidget* de) {
+        if (a->parentWidget() == de) return;
+        const QRect marco = a->geometry();
+        const bool visible = a->isVisible();
+        a->setParent(de, Qt::Window);
+        a->setGeometry(marco);
+        if (visible) a->show();
+    };
+    if (dialogo && dialogo->isModal()) {
+        if (ayuda->parentWidget() != dialogo) {
+            colgar(ayuda, dialogo);
+            QPointer<CAyudaDlg> a = ayuda;
+            QPointer<QWidget> principal = Raiz(dialogo) == dialogo ? nullptr : Raiz(dialogo);
+            QObject::connect(
+                dialogo, &QDialog::finished, ayuda,
+                [a, principal, colgar] {
+                    if (a) colgar(a, principal);
+                },
+                Qt::SingleShotConnection);
+        }
+    } else if (raiz && ayuda->parentWidget() != raiz && !qobject_cast<QDialog*>(raiz)) {
+        colgar(ayuda, raiz);
     }
     ayuda->MostrarPagina(QString::fromUtf8(pagina ? pagina : ""));
     ayuda->show();

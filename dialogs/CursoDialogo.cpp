@@ -14,6 +14,7 @@
 
 #include "dialogs/CAvisoDlg.h"
 #include "dialogs/COperacionDlg.h"
+#include "dialogs/Ficheros.h"
 #include "dialogs/Espacio.h"
 #include "dialogs/Interfaz.h"
 #include "doc/CBrimarDoc.h"
@@ -77,7 +78,7 @@ private:
 // the windows painted; a progress window with "Cancelar" appears when it
 // takes more than a moment.
 Resultado CalcularSinBloquear(const Declaracion& d, const EntradasCargadas& entradas, const Valores& v,
-                              Destino destino) {
+                              Destino destino, QWidget* padre) {
     ProgresoEscritorio progreso;
     Resultado resultado;
     QFuture<void> futuro = QtConcurrent::run([&] { resultado = Calcular(d, entradas, v, destino, progreso); });
@@ -96,7 +97,7 @@ Resultado CalcularSinBloquear(const Declaracion& d, const EntradasCargadas& entr
         QObject::connect(&mostrar, &QTimer::timeout, [&] {
             dialogo = std::make_unique<QProgressDialog>(QStringLiteral("Realizando la operación..."),
                                                         QStringLiteral("Cancelar"), 0, 0,
-                                                        QApplication::activeWindow());
+                                                        padre);
             dialogo->setObjectName(QStringLiteral("progreso"));
             dialogo->setWindowTitle(QString::fromUtf8(d.titulo));
             dialogo->setAutoClose(false);
@@ -128,7 +129,7 @@ Resultado CalcularSinBloquear(const Declaracion& d, const EntradasCargadas& entr
 }  // namespace
 
 void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
-    QWidget* padre = QApplication::activeWindow();
+    QWidget* padre = espacio.VentanaPrincipal();
     CBrimarDoc* doc = espacio.DocumentoActivo();
     if (d.OfreceVentanaActiva()) {
         if (auto m = ComprobarVentana(doc)) {
@@ -206,12 +207,12 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
     // The window's image is about to be replaced by something that does not
     // come from it: the user may save it first, or give up.
     if (aVentana && !entradaVentana && doc->TieneImagen() && !doc->EsComposicion()) {
-        if (!PreguntarAviso(*doc, ui)) return;
+        if (!PreguntarAviso(*doc, ui, &espacio)) return;
     }
 
     Declaracion sinComprobar = d;
     sinComprobar.antesDeCalcular = nullptr;
-    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero);
+    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero, padre);
 
     for (const auto& a : r.avisos) ui.Mostrar(a);
     if (r.fallo) {
@@ -236,7 +237,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
             ui.Mostrar(*m);
             return;
         }
-        if (!escritos.empty()) espacio.Confirmar("Guardado: " + escritos.front());
+        if (!escritos.empty()) espacio.Confirmar(TextoGuardado(escritos));
     }
     // Reports and charts open in windows of their own in both output modes.
     for (const auto& inf : r.informes) espacio.AbrirInforme(inf);

@@ -9,6 +9,7 @@
 #include "operations/Operacion.h"
 
 class CBrimarDoc;
+class QWidget;
 
 class Espacio {
 public:
@@ -20,6 +21,9 @@ public:
     // Application folder (the "Path" setting, or the executable's folder);
     // palettes are in its "Paletas" subfolder.
     virtual std::string CarpetaAplicacion() const = 0;
+    // The main window: every dialog hangs from it (never from whatever
+    // window happens to be active, such as the help window).
+    virtual QWidget* VentanaPrincipal() { return nullptr; }
 
     // A new child window showing a result image (the second and later images
     // of an operation). `guardada`: the image already has its files.

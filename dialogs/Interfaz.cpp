@@ -4,6 +4,9 @@
 #include <QDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
+
+#include "dialogs/Ficheros.h"
 
 void InterfazWidgets::Mostrar(const orvela::Mensaje& m) { MostrarTexto(QString::fromStdString(m.Texto())); }
 
@@ -14,16 +17,20 @@ void InterfazWidgets::MostrarTexto(const QString& texto) {
 
 bool InterfazWidgets::Ejecutar(QDialog& d) { return d.exec() == QDialog::Accepted; }
 
+// File choosers open in the folder of the last file used, and remember the
+// folder of the file chosen.
 std::optional<std::string> InterfazWidgets::FicheroAbrir(const QString& titulo, const QStringList& filtros) {
-    const QString r = QFileDialog::getOpenFileName(padre_, titulo, {}, filtros.join(QStringLiteral(";;")));
+    const QString r = QFileDialog::getOpenFileName(padre_, titulo, CarpetaInicial(), filtros.join(QStringLiteral(";;")));
     if (r.isEmpty()) return std::nullopt;
+    RecordarCarpeta(r);
     return r.toStdString();
 }
 
 std::optional<std::string> InterfazWidgets::FicheroGuardar(const QString& titulo, const QStringList& filtros) {
-    const QString r = QFileDialog::getSaveFileName(padre_, titulo, {}, filtros.join(QStringLiteral(";;")), nullptr,
-                                                   QFileDialog::DontConfirmOverwrite);
+    const QString r = QFileDialog::getSaveFileName(padre_, titulo, CarpetaInicial(), filtros.join(QStringLiteral(";;")),
+                                                   nullptr, QFileDialog::DontConfirmOverwrite);
     if (r.isEmpty()) return std::nullopt;
+    RecordarCarpeta(r);
     return r.toStdString();
 }
 
@@ -33,6 +40,25 @@ std::optional<std::string> InterfazWidgets::FicheroGuardarComo(const QString& ti
                                                    filtros.join(QStringLiteral(";;")));
     if (r.isEmpty()) return std::nullopt;
     return r.toStdString();
+}
+
+Respuesta InterfazWidgets::PreguntarGuardar(const QString& ventana) {
+    QApplication::restoreOverrideCursor();
+    QMessageBox caja(QMessageBox::Warning, QStringLiteral("Orvela"),
+                     QStringLiteral("La ventana «%1» tiene un resultado que no se ha guardado.\n\n"
+                                    "¿Desea guardarlo antes de que se pierda?")
+                         .arg(ventana),
+                     QMessageBox::NoButton, padre_);
+    caja.setObjectName(QStringLiteral("preguntaGuardar"));
+    QPushButton* guardar = caja.addButton(QStringLiteral("&Guardar"), QMessageBox::AcceptRole);
+    QPushButton* descartar = caja.addButton(QStringLiteral("&No guardar"), QMessageBox::DestructiveRole);
+    QPushButton* cancelar = caja.addButton(QStringLiteral("&Cancelar"), QMessageBox::RejectRole);
+    caja.setDefaultButton(guardar);
+    caja.setEscapeButton(cancelar);
+    caja.exec();
+    if (caja.clickedButton() == guardar) return Respuesta::Guardar;
+    if (caja.clickedButton() == descartar) return Respuesta::Descartar;
+    return Respuesta::Cancelar;
 }
 
 void InterfazWidgets::CursorEspera(bool activo) {

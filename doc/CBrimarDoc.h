@@ -38,6 +38,16 @@ public:
     void PonerNombre(const QString& nombre);
     QString Nombre() const { return QString::fromStdString(imagen_.nombreVisualizacion); }
 
+    // A result put into the window and not saved since: it would be lost if
+    // the window were closed or given another image. Loading an image from
+    // a file or saving clears it.
+    bool Modificado() const { return modificado_; }
+    void MarcarGuardado();
+    // Window caption: the display name, with an asterisk while modified.
+    QString Titulo() const { return modificado_ ? Nombre() + QLatin1Char('*') : Nombre(); }
+    // Shows the image with another palette: the window converts it again.
+    void CambiarPaleta(int codigo, const std::string& rutaPersonalizada);
+
 signals:
     // The image was replaced: the view sets itself up again and redraws.
     void imagenPuesta();
@@ -45,9 +55,14 @@ signals:
     void nombreCambiado(const QString& nombre);
     // The display stretch changed: the view draws again.
     void realceCambiado();
+    // The caption changed (name or unsaved mark).
+    void tituloCambiado(const QString& titulo);
+    // The palette changed: the window draws the image again.
+    void paletaCambiada();
 
 private:
     orvela::CImagen imagen_;
     std::unique_ptr<orvela::ComposicionColor> composicion_;
     orvela::Realce realce_ = orvela::Realce::Ninguno;
+    bool modificado_ = false;
 };

@@ -102,7 +102,8 @@ CBrimarView::CBrimarView(CBrimarDoc& doc, Espacio& espacio, Interfaz& ui, QWidge
     setMinimumSize(120, 90);
     viewport()->setMouseTracking(true);
     connect(&doc_, &CBrimarDoc::imagenPuesta, this, &CBrimarView::Preparar);
-    connect(&doc_, &CBrimarDoc::realceCambiado, this, [this] {
+    for (auto senal : {&CBrimarDoc::realceCambiado, &CBrimarDoc::paletaCambiada})
+        connect(&doc_, senal, this, [this] {
         Convertir();
         viewport()->update();
     });
@@ -157,6 +158,12 @@ void CBrimarView::Convertir() {
                              im.rutaPaletaPersonalizada, p) < 0) {
         ui_.Mostrar(Mensaje::Tabla(msg::kPaletaNoEncontrada));
         return;
+    }
+    // A classified image: each class in a colour of its own.
+    entradasClases_.clear();
+    if (auto clases = orvela::LeerLeyendaVentana(im.rutaRaster)) {
+        for (const auto& c : *clases) entradasClases_.push_back(orvela::EntradaDeValor(im.pixeles, c.nd));
+        orvela::DistinguirClases(p, entradasClases_);
     }
     paleta_ = p;
     for (int i = 0; i < 256; ++i) colores_[i] = qRgb(p.rojo[i], p.verde[i], p.azul[i]);
@@ -406,7 +413,9 @@ void CBrimarView::MostrarLeyenda() {
     if (!doc_.TieneImagen()) return ui_.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
     auto clases = orvela::LeerLeyendaVentana(doc_.Imagen().rutaRaster);
     if (!clases) return ui_.Mostrar(Mensaje::Tabla(msg::kLeyendaNoAbierta));
-    CMostrarLeyendaDlg dlg(std::move(*clases), paleta_, this);
+    std::vector<uint8_t> entradas;
+    for (const auto& c : *clases) entradas.push_back(orvela::EntradaDeValor(doc_.Imagen().pixeles, c.nd));
+    CMostrarLeyendaDlg dlg(std::move(*clases), paleta_, this, std::move(entradas));
     ui_.Ejecutar(dlg);
 }
 

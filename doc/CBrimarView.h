@@ -151,6 +151,9 @@ private:
     orvela::Paleta paleta_;
     std::array<QRgb, 256> colores_{};
     long filas_ = 0, columnas_ = 0;
+    // Palette entry of each class of the legend beside the image (empty
+    // when it has none).
+    std::vector<uint8_t> entradasClases_;
 
     // Zoom state: level 0 shows the whole image; pila_[n] is the source
     // rectangle of level n. While armed the level has been raised already

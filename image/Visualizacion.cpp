@@ -108,6 +108,74 @@ std::vector<uint32_t> ColoresComposicion(const ComposicionColor& c) {
     return r;
 }
 
+uint8_t EntradaDeValor(const Muestras& m, double valor) {
+    if (m.Codigo() == kByte) {
+        if (!(valor == valor)) return 0;
+        return static_cast<uint8_t>(static_cast<long long>(valor) & 0xFF);
+    }
+    double mn = 0, mx = 0;
+    if (!MinimoMaximo(m, mn, mx)) return 0;
+    return IndicePaleta(valor, mn, mx);
+}
+
+namespace {
+
+// Whether two colours can be told apart: 48 levels or more in some channel.
+bool Lejos(const std::array<uint8_t, 3>& a, const std::array<uint8_t, 3>& b) {
+    for (int c = 0; c < 3; ++c)
+        if ((a[c] > b[c] ? a[c] - b[c] : b[c] - a[c]) >= 48) return true;
+    return false;
+}
+
+// The set: the sixteen colours the qualitative palette gives to the values
+// 1 to 16, then the colours of the 6 x 6 x 6 cube (levels 51 apart) far
+// from every colour before them, taken in a scrambled order so that
+// neighbours in the legend differ in more than one channel.
+std::vector<std::array<uint8_t, 3>> ConjuntoDistinto() {
+    std::vector<std::array<uint8_t, 3>> r = {
+        {0, 0, 255},     {0, 170, 0},   {205, 133, 63}, {255, 0, 0},     {255, 255, 0},  {0, 255, 255},
+        {255, 0, 255},   {255, 128, 0}, {128, 0, 255},  {0, 100, 0},     {128, 128, 128}, {255, 192, 203},
+        {0, 0, 128},     {128, 64, 0},  {170, 255, 170}, {255, 255, 255},
+    };
+    for (int k = 0; k < 216; ++k) {
+        const int m = (k * 97) % 216;
+        const std::array<uint8_t, 3> c = {static_cast<uint8_t>(51 * (m / 36)), static_cast<uint8_t>(51 * (m / 6 % 6)),
+                                          static_cast<uint8_t>(51 * (m % 6))};
+        if (std::all_of(r.begin(), r.end(), [&](const auto& x) { return Lejos(c, x); })) r.push_back(c);
+    }
+    return r;
+}
+
+}  // namespace
+
+std::array<uint8_t, 3> ColorClaseDistinto(std::size_t i) {
+    static const std::vector<std::array<uint8_t, 3>> conjunto = ConjuntoDistinto();
+    return conjunto[i % conjunto.size()];
+}
+
+void DistinguirClases(Paleta& p, const std::vector<uint8_t>& entradas) {
+    const auto cerca = [&](uint8_t a, uint8_t b) {
+        return !Lejos({p.rojo[a], p.verde[a], p.azul[a]}, {p.rojo[b], p.verde[b], p.azul[b]});
+    };
+    bool distintas = true;
+    for (std::size_t i = 0; i < entradas.size() && distintas; ++i)
+        for (std::size_t j = i + 1; j < entradas.size() && distintas; ++j)
+            if (entradas[i] != entradas[j] && cerca(entradas[i], entradas[j])) distintas = false;
+    if (distintas) return;
+    // Entries shared by several classes (the same value listed twice, or
+    // values spread onto one entry) keep the colour of the first of them.
+    std::array<bool, 256> hecha{};
+    std::size_t n = 0;
+    for (uint8_t e : entradas) {
+        if (hecha[e]) continue;
+        hecha[e] = true;
+        const auto c = ColorClaseDistinto(n++);
+        p.rojo[e] = c[0];
+        p.verde[e] = c[1];
+        p.azul[e] = c[2];
+    }
+}
+
 std::vector<uint32_t> ColoresPaleta(const std::vector<uint8_t>& indices, const Paleta& p) {
     std::array<uint32_t, 256> tabla{};
     for (int i = 0; i < 256; ++i)

@@ -61,6 +61,22 @@ struct ComposicionColor {
 };
 // Its display picture: 0xFF, red, green, blue from the top byte down.
 std::vector<uint32_t> ColoresComposicion(const ComposicionColor& c);
+// Palette entry of one value of a band, as IndicesPaleta gives it (a byte
+// value is its own entry; a value outside 0..255 keeps its low byte).
+uint8_t EntradaDeValor(const Muestras& m, double valor);
+
+// A classified image is drawn so that each class stands out whatever
+// palette was chosen: when two of the classes' entries (`entradas`, in
+// legend order) get colours that are hard to tell apart -- closer than 48
+// levels in every channel -- every class entry takes a colour of its own
+// from a set of clearly different colours, in legend order. Otherwise the
+// palette stays as it is.
+void DistinguirClases(Paleta& p, const std::vector<uint8_t>& entradas);
+// Colour i of that set: the first sixteen are those the qualitative
+// palette gives to the values 1 to 16; after them, colours of the 6 x 6 x 6
+// cube far from all before them (well over a hundred in all; the set
+// repeats after its end).
+std::array<uint8_t, 3> ColorClaseDistinto(std::size_t i);
 
 // Display picture: one 32-bit entry per pixel laid out blue, green, red, 0
 // (0xFF in the top byte so that it can be used as an opaque ARGB picture).

@@ -137,3 +137,47 @@ TEST(Leyenda, EscrituraYLasDosLecturas) {
     EXPECT_TRUE(Pares(LeerLeyendaVentana(dir / "d.ozm")).empty());
     EXPECT_TRUE(Pares(LeerLeyendaConfusion(dir / "d.ozm")).empty());
 }
+
+// Classes of a classified image: a palette that tells them apart is kept;
+// one that gives two classes nearly the same colour gives way, for every
+// class entry, to the set of distinct colours in legend order (an entry
+// listed twice keeps its first colour; entries of no class are left
+// alone). The set stays distinct well past the sixteen qualitative colours.
+TEST(Leyenda, ClasesEnColoresDistintos) {
+    Paleta gris;
+    for (int i = 0; i < 256; ++i) gris.rojo[i] = gris.verde[i] = gris.azul[i] = static_cast<uint8_t>(i);
+    Paleta p = gris;
+    DistinguirClases(p, {0, 60, 120, 180});
+    EXPECT_EQ(p.rojo, gris.rojo);
+    EXPECT_EQ(p.azul, gris.azul);
+
+    p = gris;
+    DistinguirClases(p, {1, 2, 60, 2});  // 1 and 2: black and black
+    const std::array<std::array<uint8_t, 3>, 3> esperados = {{{0, 0, 255}, {0, 170, 0}, {205, 133, 63}}};
+    const int entradas[3] = {1, 2, 60};
+    for (int k = 0; k < 3; ++k) {
+        const int e = entradas[k];
+        EXPECT_EQ((std::array<uint8_t, 3>{p.rojo[e], p.verde[e], p.azul[e]}), esperados[k]) << e;
+    }
+    EXPECT_EQ(p.rojo[3], 3);
+    EXPECT_EQ(p.verde[200], 200);
+
+    // A byte band: the ND is the entry; others: spread between the extremes.
+    Muestras bytes = Muestras::Crear(kByte, 3);
+    bytes.Como<uint8_t>()[2] = 200;
+    EXPECT_EQ(EntradaDeValor(bytes, 4), 4);
+    Muestras enteros = Muestras::Crear(kInteger, 2);
+    enteros.Como<uint16_t>()[0] = 0;
+    enteros.Como<uint16_t>()[1] = 512;
+    EXPECT_EQ(EntradaDeValor(enteros, 256), 128);
+    EXPECT_EQ(EntradaDeValor(enteros, 512), 255);
+
+    const auto lejos = [](const std::array<uint8_t, 3>& a, const std::array<uint8_t, 3>& b) {
+        for (int c = 0; c < 3; ++c)
+            if (std::abs(int{a[c]} - int{b[c]}) >= 48) return true;
+        return false;
+    };
+    for (std::size_t i = 0; i < 100; ++i)
+        for (std::size_t j = i + 1; j < 100; ++j)
+            EXPECT_TRUE(lejos(ColorClaseDistinto(i), ColorClaseDistinto(j))) << i << " " << j;
+}

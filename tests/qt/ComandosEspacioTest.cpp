@@ -159,11 +159,13 @@ private slots:
         });
         Ejecutar(cmd::kCrearPaleta);
         QCOMPARE(LeerFichero(entorno_.Ruta("vieja.txt")), orvela::TextoPaletaCreada(buenos));
+        QCOMPARE(e_->marco.TextoPanel(0), QStringLiteral("Guardado: vieja.txt"));
     }
 
     // Class i at (10, 10 + 25 i) for the first nine, the tenth heading the
-    // second column; swatches 25 x 10 in the palette's colour of its level,
-    // on grey. An empty legend is an empty grey window.
+    // second column; swatches 25 x 10 on grey. Grey levels 20 apart cannot
+    // be told apart: the classes take the set of distinct colours, in
+    // legend order. An empty legend is an empty grey window.
     void leyendaDibujada() {
         std::string texto = "10\n";
         for (int i = 0; i < 10; ++i) texto += "clase" + std::to_string(i) + "\nND Clase:" + std::to_string(20 * i) + "\n\n";
@@ -182,7 +184,8 @@ private slots:
         QCOMPARE(QColor(dibujo.pixel(3, 3)), gris);
         for (int i = 0; i < 10; ++i) {
             const QPoint o = i < 9 ? QPoint(10, 10 + 25 * i) : QPoint(155, 10);
-            const QColor c(20 * i, 20 * i, 20 * i);
+            const auto k = orvela::ColorClaseDistinto(static_cast<std::size_t>(i));
+            const QColor c(k[0], k[1], k[2]);
             QCOMPARE(QColor(dibujo.pixel(o)), c);
             QCOMPARE(QColor(dibujo.pixel(o + QPoint(24, 9))), c);
             QCOMPARE(QColor(dibujo.pixel(o + QPoint(25, 4))), gris);

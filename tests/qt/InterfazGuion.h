@@ -23,6 +23,10 @@ public:
     std::vector<QString> titulosDialogos;        // window titles of the dialogs run
     std::vector<std::string> propuestos;         // names proposed by "Guardar como"
     int esperas = 0;                             // wait-cursor depth
+    // Answers to "save before discarding?" (discard when none is left) and
+    // the windows asked about, in order.
+    std::deque<Respuesta> respuestas;
+    std::vector<QString> preguntas;
 
     void Mostrar(const orvela::Mensaje& m) override { mensajes.push_back(m); }
     void MostrarTexto(const QString& t) override { textos.push_back(t); }
@@ -45,6 +49,13 @@ public:
         return Sacar(ficherosGuardar);
     }
     void CursorEspera(bool activo) override { esperas += activo ? 1 : -1; }
+    Respuesta PreguntarGuardar(const QString& ventana) override {
+        preguntas.push_back(ventana);
+        if (respuestas.empty()) return Respuesta::Descartar;
+        const Respuesta r = respuestas.front();
+        respuestas.pop_front();
+        return r;
+    }
 
     std::vector<int> Ids() const {
         std::vector<int> r;

@@ -47,14 +47,16 @@ class MenuTest : public QObject {
 
 private slots:
     // Every entry of the table under its menus, with its text, id and
-    // shortcut, greyed when nothing answers it; nothing else in the menus.
+    // shortcut, greyed when nothing answers it; beside them only the
+    // desktop's own entries: "Cambiar paleta", the recent images and the
+    // "Ventana" menu.
     void menusSegunLaTabla() {
         Escritorio e;
         CMainFrame& marco = e.marco;
         QStringList arriba;
         for (QAction* a : marco.menuBar()->actions()) arriba << a->text();
         QCOMPARE(arriba, QStringList({"Fichero", "Visualización", "Correcciones", "Realces", "Transformaciones",
-                                      "Clasificaciones", "Herramientas", "Ayuda"}));
+                                      "Clasificaciones", "Herramientas", "Ventana", "Ayuda"}));
         std::set<int> ids;
         std::size_t conMenu = 0;
         for (const EntradaComando& c : TablaComandos()) {
@@ -75,7 +77,14 @@ private slots:
             }
             QVERIFY2(menu->actions().contains(a), c.texto);
         }
-        QCOMPARE(Acciones(marco.menuBar()).size(), conMenu);
+        std::size_t propias = 0;
+        for (QAction* a : Acciones(marco.menuBar()))
+            if (!a->objectName().startsWith(QLatin1String("comando"))) {
+                QVERIFY2(a == marco.AccionCambiarPaleta() || a->objectName().startsWith(QLatin1String("reciente")),
+                         qPrintable(a->text()));
+                ++propias;
+            }
+        QCOMPARE(Acciones(marco.menuBar()).size(), conMenu + propias);
         // The legend has no menu entry: its shortcut works from the main window.
         QVERIFY(!std::ranges::count(Acciones(marco.menuBar()), marco.Accion(32822)));
         QVERIFY(marco.actions().contains(marco.Accion(32822)));
