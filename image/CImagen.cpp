@@ -5,13 +5,14 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
+#include <sstream>
 #include <sys/stat.h>
 
 #include "image/Codificacion.h"
 #include "image/Conversion.h"
 #include "image/Estadisticas.h"
 #include "image/FicheroSeguro.h"
+#include "image/FicheroTexto.h"
 
 static_assert(std::endian::native == std::endian::little,
               "the raster files are little-endian and are read as they stand");
@@ -153,8 +154,9 @@ std::string CambiarExtension(const std::string& ruta, const std::string& extensi
 }
 
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
-    std::ifstream in(CambiarExtension(rutaRaster, ".inf"), std::ios::binary);
-    if (!in) return false;
+    const auto texto = LeerTextoAcotado(CambiarExtension(rutaRaster, ".inf"), kMaxCabecera);
+    if (!texto) return false;
+    std::istringstream in(*texto);
     for (int campo = 0; campo < 14 && in; ++campo) {
         in.ignore(200, ':');
         const std::string t = LeerToken(in);

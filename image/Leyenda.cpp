@@ -2,13 +2,12 @@
 
 #include <charconv>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 #include "image/CImagen.h"
 #include "image/Codificacion.h"
 #include "image/Conversion.h"
 #include "image/FicheroSeguro.h"
+#include "image/FicheroTexto.h"
 
 namespace orvela {
 
@@ -16,11 +15,7 @@ namespace {
 
 bool EsBlanco(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f'; }
 
-std::optional<std::string> LeerTodo(const std::string& ruta) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+std::optional<std::string> LeerTodo(const std::string& ruta) { return LeerTextoAcotado(ruta, kMaxTexto); }
 
 // A cursor over the legend text with the reading primitives of the two
 // readers: formatted stream extraction and formatted scanning.
