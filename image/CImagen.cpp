@@ -6,7 +6,10 @@
 #include <cstdio>
 #include <cstring>
 #include <sstream>
+#include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "image/Codificacion.h"
 #include "image/Conversion.h"
@@ -129,20 +132,28 @@ Mensaje NoSePudoEscribir(const std::string& ruta) { return Mensaje::Tabla(msg::k
 
 std::optional<Mensaje> LeerCuerpo(int codigo, std::size_t cantidad, const std::string& ruta, Muestras& salida) {
     const std::size_t bytes = cantidad * AnchoMuestra(codigo);
+    // A raster is a regular file of exactly the header's size: a short one
+    // would leave samples unread, a long one belongs to another header (a
+    // pair half replaced, a header edited by hand). Opened without waiting,
+    // so that a FIFO in its place is refused, not waited on.
+    const int fd = ::open(ruta.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    struct Cerrar {
+        int fd;
+        ~Cerrar() { ::close(fd); }
+    } cerrar{fd};
     struct stat st {};
-    if (::stat(ruta.c_str(), &st) != 0 || !S_ISREG(st.st_mode) ||
-        static_cast<unsigned long long>(st.st_size) < bytes)
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || static_cast<unsigned long long>(st.st_size) != bytes)
         return Mensaje::Tabla(msg::kArchivoNoExiste);
-    std::FILE* f = std::fopen(ruta.c_str(), "rb");
-    if (!f) return Mensaje::Tabla(msg::kArchivoNoExiste);
     Muestras m = Muestras::Crear(codigo, cantidad);
-    if (!m.Valido()) {
-        std::fclose(f);
-        return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    if (!m.Valido()) return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    std::size_t leidos = 0;
+    while (leidos < bytes) {
+        const ssize_t r = ::read(fd, m.Datos() + leidos, std::min<std::size_t>(bytes - leidos, std::size_t{1} << 30));
+        if (r < 0 && errno == EINTR) continue;
+        if (r <= 0) return Mensaje::Tabla(msg::kArchivoNoExiste);
+        leidos += static_cast<std::size_t>(r);
     }
-    const std::size_t leidos = bytes ? std::fread(m.Datos(), 1, bytes, f) : 0;
-    std::fclose(f);
-    if (leidos != bytes) return Mensaje::Tabla(msg::kArchivoNoExiste);
     salida = std::move(m);
     return std::nullopt;
 }
@@ -156,7 +167,12 @@ std::string CambiarExtension(const std::string& ruta, const std::string& extensi
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
     const auto texto = LeerTextoAcotado(CambiarExtension(rutaRaster, ".inf"), kMaxCabecera);
     if (!texto) return false;
-    std::istringstream in(*texto);
+    LeerInfTexto(*texto, cab);
+    return true;
+}
+
+void LeerInfTexto(const std::string& texto, Cabecera& cab) {
+    std::istringstream in(texto);
     for (int campo = 0; campo < 14 && in; ++campo) {
         in.ignore(200, ':');
         const std::string t = LeerToken(in);
@@ -179,7 +195,6 @@ bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
             case 13: LeerFloat(t, cab.geo.resolucion); break;
         }
     }
-    return true;
 }
 
 bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {

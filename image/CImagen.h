@@ -35,6 +35,8 @@ std::string CambiarExtension(const std::string& ruta, const std::string& extensi
 // Reads fields 1 to 14 of stem.inf into `cab`; fields that cannot be read
 // keep the value they had. Returns whether the file could be opened.
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab);
+// The same reading of a header already in memory.
+void LeerInfTexto(const std::string& texto, Cabecera& cab);
 
 // The safe header test of the file pickers: the header opens and gives
 // positive rows and columns.

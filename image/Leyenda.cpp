@@ -108,7 +108,11 @@ bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyen
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& rutaRaster) {
     const auto contenido = LeerTodo(RutaLeyenda(rutaRaster));
     if (!contenido) return std::nullopt;
-    Texto t(*contenido);
+    return LeerLeyendaVentanaTexto(*contenido);
+}
+
+std::vector<ClaseLeyenda> LeerLeyendaVentanaTexto(const std::string& contenido) {
+    Texto t(contenido);
     std::vector<ClaseLeyenda> clases;
     long k = 0;
     if (!t.Entero(k)) return clases;
@@ -132,7 +136,11 @@ std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& r
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaConfusion(const std::string& rutaRaster) {
     const auto contenido = LeerTodo(RutaLeyenda(rutaRaster));
     if (!contenido) return std::nullopt;
-    Texto t(*contenido);
+    return LeerLeyendaConfusionTexto(*contenido);
+}
+
+std::vector<ClaseLeyenda> LeerLeyendaConfusionTexto(const std::string& contenido) {
+    Texto t(contenido);
     std::vector<ClaseLeyenda> clases;
     long k = 0;
     if (!t.Entero(k)) return clases;  // "%d\n"

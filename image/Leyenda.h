@@ -21,5 +21,8 @@ bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyen
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& rutaRaster);
 // Formatted reading of the confusion matrix ("%d\n", "%s\n", "ND Clase:%f\n\n").
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaConfusion(const std::string& rutaRaster);
+// The two readings of a legend text already in memory.
+std::vector<ClaseLeyenda> LeerLeyendaVentanaTexto(const std::string& contenido);
+std::vector<ClaseLeyenda> LeerLeyendaConfusionTexto(const std::string& contenido);
 
 }  // namespace orvela

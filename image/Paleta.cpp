@@ -61,8 +61,12 @@ int CargarPaletaFichero(const std::string& ruta, Paleta& p) {
     // A palette is a small regular file; anything else (a FIFO, a device,
     // a huge file) is refused before a byte is scanned.
     auto texto = LeerTextoAcotado(ruta, kMaxPaleta);
-    if (!texto || texto->empty()) return -1;
-    std::unique_ptr<std::FILE, CerrarFichero> f(::fmemopen(texto->data(), texto->size(), "rb"));
+    return texto ? LeerPaletaTexto(std::move(*texto), p) : -1;
+}
+
+int LeerPaletaTexto(std::string texto, Paleta& p) {
+    if (texto.empty()) return -1;
+    std::unique_ptr<std::FILE, CerrarFichero> f(::fmemopen(texto.data(), texto.size(), "rb"));
     if (!f) return -1;
     // Groups of four numbers, "%d %d %d %d\n": level (ignored), red, green,
     // blue, taken in file order until a group does not read whole. Entries

@@ -304,6 +304,7 @@ TEST_F(Robustez, CabecerasQueNoLoSonYRasterCorto) {
     EXPECT_EQ(previa.Cargar(dir / "vacia.ozm").value_or(Mensaje{}).id, msg::kCabeceraNoEncontrada);
     // A 2 x 3 integer image needs 12 bytes.
     EXPECT_EQ(Rechazada("corto", t, std::string(11, '\1')).id, msg::kArchivoNoExiste);
+    EXPECT_EQ(Rechazada("largo", t, std::string(13, '\1')).id, msg::kArchivoNoExiste);
 
     // A long title is cut and the rest still reads.
     std::string larga = t;
