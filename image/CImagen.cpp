@@ -160,15 +160,56 @@ std::optional<Mensaje> LeerCuerpo(int codigo, std::size_t cantidad, const std::s
 
 }  // namespace
 
+std::optional<Mensaje> ComprobarNombreImagen(const std::string& rutaRaster) {
+    const auto barra = rutaRaster.find_last_of('/');
+    const std::string nombre = barra == std::string::npos ? rutaRaster : rutaRaster.substr(barra + 1);
+    // "x.ozm" with an empty stem would make the hidden files ".ozm" and ".inf".
+    if (nombre.size() <= 4)
+        return Mensaje::Libre("El nombre de la imagen \"" + rutaRaster +
+                              "\" no es válido: falta el nombre del fichero.");
+    return std::nullopt;
+}
+
 std::string CambiarExtension(const std::string& ruta, const std::string& extension) {
     return ruta.substr(0, ruta.size() >= 4 ? ruta.size() - 4 : 0) + extension;
 }
 
-bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
+namespace {
+
+// The readings below run while the caller holds the pair's LecturaSegura.
+bool LeerInfBloqueado(const std::string& rutaRaster, Cabecera& cab) {
     const auto texto = LeerTextoAcotado(CambiarExtension(rutaRaster, ".inf"), kMaxCabecera);
     if (!texto) return false;
     LeerInfTexto(*texto, cab);
     return true;
+}
+
+bool CabeceraLegibleBloqueada(const std::string& rutaRaster, Cabecera* salida) {
+    Cabecera c;
+    if (!LeerInfBloqueado(rutaRaster, c) || c.filas <= 0 || c.columnas <= 0) return false;
+    if (salida) *salida = std::move(c);
+    return true;
+}
+
+std::optional<Mensaje> LeerRasterBloqueado(int codigo, double filas, double columnas, const std::string& ruta,
+                                           Muestras& salida) {
+    if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    const std::size_t n = ContarMuestras(filas, columnas, codigo);
+    if (n == 0) return MensajeMemoria(filas, columnas);
+    return LeerCuerpo(codigo, n, ruta, salida);
+}
+
+// Every reading of a pair first sees to an interrupted replacement of it.
+LecturaSegura LecturaPar(const std::string& rutaRaster) {
+    return LecturaSegura({rutaRaster, CambiarExtension(rutaRaster, ".inf")});
+}
+
+}  // namespace
+
+bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
+    const LecturaSegura lectura = LecturaPar(rutaRaster);
+    return lectura.Valida() && LeerInfBloqueado(rutaRaster, cab);
 }
 
 void LeerInfTexto(const std::string& texto, Cabecera& cab) {
@@ -198,10 +239,8 @@ void LeerInfTexto(const std::string& texto, Cabecera& cab) {
 }
 
 bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {
-    Cabecera c;
-    if (!LeerInf(rutaRaster, c) || c.filas <= 0 || c.columnas <= 0) return false;
-    if (salida) *salida = std::move(c);
-    return true;
+    const LecturaSegura lectura = LecturaPar(rutaRaster);
+    return lectura.Valida() && CabeceraLegibleBloqueada(rutaRaster, salida);
 }
 
 Mensaje MensajeMemoria(double filas, double columnas) {
@@ -216,11 +255,9 @@ Mensaje MensajeMemoria(double filas, double columnas) {
 
 std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas, const std::string& ruta,
                                   Muestras& salida) {
-    if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
-    if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
-    const std::size_t n = ContarMuestras(filas, columnas, codigo);
-    if (n == 0) return MensajeMemoria(filas, columnas);
-    return LeerCuerpo(codigo, n, ruta, salida);
+    const LecturaSegura lectura = LecturaPar(ruta);
+    if (!lectura.Valida()) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    return LeerRasterBloqueado(codigo, filas, columnas, ruta, salida);
 }
 
 std::optional<Mensaje> CImagen::EscribirRaster() const {
@@ -245,13 +282,16 @@ std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
         pixeles.Cantidad() != ContarMuestras(filas, columnas, tipoDato))
         return Mensaje::Libre("La imagen \"" + titulo + "\" no tiene muestras que guardar.");
     const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
+    if (auto e = ComprobarNombreImagen(ruta)) return e;
     const std::string rutaInf = CambiarExtension(ruta, ".inf");
     // Both files are written aside first; the pair replaces the old one only
-    // when both are complete, and the old pair stays whole otherwise.
+    // when both are complete, and the old pair stays whole otherwise. A
+    // failure names the file that could not be written.
     FicheroSeguro raster(ruta), inf(rutaInf);
     if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes())) return NoSePudoEscribir(ruta);
     if (!inf.Escribir(TextoInf(*this))) return NoSePudoEscribir(rutaInf);
-    if (!FicheroSeguro::ConfirmarPar(raster, inf)) return NoSePudoEscribir(ruta);
+    FicheroSeguro* par[] = {&raster, &inf};
+    if (const auto fallo = FicheroSeguro::ConfirmarGrupo(par)) return NoSePudoEscribir(*fallo == 0 ? ruta : rutaInf);
     rutaRaster = ruta;
     return std::nullopt;
 }
@@ -262,6 +302,11 @@ std::optional<Mensaje> CImagen::Cargar(const Cabecera& cab, const std::string& r
     if (leer) {
         if (auto e = LeerRaster(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
     }
+    return Adoptar(cab, ruta, indice, leer, codigo, std::move(nuevas));
+}
+
+std::optional<Mensaje> CImagen::Adoptar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer,
+                                        int codigo, Muestras nuevas) {
     filas = cab.filas;
     columnas = cab.columnas;
     rutaRaster = ruta;
@@ -278,9 +323,15 @@ std::optional<Mensaje> CImagen::Cargar(const Cabecera& cab, const std::string& r
 }
 
 std::optional<Mensaje> CImagen::Cargar(const std::string& ruta, uint32_t indice) {
+    // Header and raster read under one lock: the pair as one writer left it.
+    const LecturaSegura lectura = LecturaPar(ruta);
     Cabecera cab;
-    if (!CabeceraLegible(ruta, &cab)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
-    return Cargar(cab, ruta, indice, true);
+    if (!lectura.Valida() || !CabeceraLegibleBloqueada(ruta, &cab))
+        return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    const int codigo = cab.nombreTipo.empty() ? tipoDato : CodigoDeNombre(cab.nombreTipo);
+    Muestras nuevas;
+    if (auto e = LeerRasterBloqueado(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
+    return Adoptar(cab, ruta, indice, true, codigo, std::move(nuevas));
 }
 
 std::optional<Mensaje> CImagen::Iniciar(const std::string& ruta, const std::string& ruta2, const std::string& tit,

@@ -32,6 +32,10 @@ struct Cabecera {
 // Header path of a raster path: last four characters replaced.
 std::string CambiarExtension(const std::string& ruta, const std::string& extension);
 
+// A raster path that names a file of its own (not "dir/.ozm", ".ozm" or a
+// folder): nullopt, else a sentence saying why it is refused.
+std::optional<Mensaje> ComprobarNombreImagen(const std::string& rutaRaster);
+
 // Reads fields 1 to 14 of stem.inf into `cab`; fields that cannot be read
 // keep the value they had. Returns whether the file could be opened.
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab);
@@ -88,6 +92,12 @@ public:
                                   uint32_t indice, bool leer);
     // Header of `ruta` then its raster.
     std::optional<Mensaje> Cargar(const std::string& ruta, uint32_t indice = 0);
+
+private:
+    std::optional<Mensaje> Adoptar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer,
+                                   int codigo, Muestras nuevas);
+
+public:
 
     // New image filled with `valor` converted by the store rule.
     std::optional<Mensaje> Iniciar(const std::string& rutaRaster, const std::string& rutaSecundaria,
