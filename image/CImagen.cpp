@@ -98,7 +98,9 @@ std::string Campo(const std::string& utf8) {
 
 std::string NumeroOUnknown(float v) { return v == SinDato ? "unknown" : FormatoFlujo(static_cast<double>(v)); }
 
-std::string TextoInf(const CImagen& im) {
+}  // namespace
+
+std::string TextoCabecera(const CImagen& im) {
     std::string s;
     s += Linea(0, Campo(im.titulo));
     if (const char* n = NombreDeCodigo(im.tipoDato)) s += std::string(kEtiquetas[1]) + " " + n + " \n";
@@ -127,6 +129,8 @@ std::string TextoInf(const CImagen& im) {
     for (int i = 16; i <= 20; ++i) s += Linea(i, "");
     return s;
 }
+
+namespace {
 
 Mensaje NoSePudoEscribir(const std::string& ruta) { return Mensaje::Tabla(msg::kNoCreadoFichero, ruta); }
 
@@ -269,7 +273,7 @@ std::optional<Mensaje> CImagen::EscribirRaster() const {
 
 std::optional<Mensaje> CImagen::EscribirInf() const {
     const std::string ruta = CambiarExtension(rutaRaster, ".inf");
-    if (!EscribirFicheroSeguro(ruta, TextoInf(*this))) return NoSePudoEscribir(ruta);
+    if (!EscribirFicheroSeguro(ruta, TextoCabecera(*this))) return NoSePudoEscribir(ruta);
     return std::nullopt;
 }
 
@@ -289,7 +293,7 @@ std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
     // failure names the file that could not be written.
     FicheroSeguro raster(ruta), inf(rutaInf);
     if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes())) return NoSePudoEscribir(ruta);
-    if (!inf.Escribir(TextoInf(*this))) return NoSePudoEscribir(rutaInf);
+    if (!inf.Escribir(TextoCabecera(*this))) return NoSePudoEscribir(rutaInf);
     FicheroSeguro* par[] = {&raster, &inf};
     if (const auto fallo = FicheroSeguro::ConfirmarGrupo(par)) return NoSePudoEscribir(*fallo == 0 ? ruta : rutaInf);
     rutaRaster = ruta;

@@ -123,6 +123,9 @@ public:
     long Columnas() const { return static_cast<long>(columnas); }
 };
 
+// The header text of an image record, as EscribirInf writes it.
+std::string TextoCabecera(const CImagen& im);
+
 // Reads `cantidad` samples of `codigo` from a raster file; nullopt with
 // 61284 when it is missing or short, 61250 for an unknown code.
 std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas,

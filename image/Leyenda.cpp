@@ -95,6 +95,10 @@ private:
 std::string RutaLeyenda(const std::string& rutaRaster) { return CambiarExtension(rutaRaster, "Leyenda.txt"); }
 
 bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyenda>& clases) {
+    return EscribirFicheroSeguro(RutaLeyenda(rutaRaster), TextoLeyenda(clases));
+}
+
+std::string TextoLeyenda(const std::vector<ClaseLeyenda>& clases) {
     std::string s = std::to_string(clases.size()) + "\n";
     for (const auto& c : clases) {
         s += Utf8ACp1252(c.nombre);
@@ -102,7 +106,7 @@ bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyen
         s += std::to_string(TruncarA32(c.nd));
         s += "\n\n";
     }
-    return EscribirFicheroSeguro(RutaLeyenda(rutaRaster), s);
+    return s;
 }
 
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& rutaRaster) {

@@ -16,6 +16,8 @@ struct ClaseLeyenda {
 std::string RutaLeyenda(const std::string& rutaRaster);
 // Writes the count, then per class: name, "ND Clase:" + integer ND, blank line.
 bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyenda>& clases);
+// The text EscribirLeyenda writes (Windows-1252).
+std::string TextoLeyenda(const std::vector<ClaseLeyenda>& clases);
 // Reading of the legend window (count; name as one word; ND after the colon).
 // nullopt when the file cannot be opened.
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& rutaRaster);
