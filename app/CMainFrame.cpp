@@ -9,13 +9,14 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
+#include <map>
 #include <set>
 
 #include "app/CAcercaDeDlg.h"
 #include "app/CChildFrame.h"
 #include "app/Iconos.h"
 #include "dialogs/Interfaz.h"
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 #include "dialogs/CCrearPaletaDlg.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
@@ -33,14 +34,41 @@ const char* const CMainFrame::kMensajeSinPaletas =
 
 namespace {
 
-// Commands that the workspace answers itself or hands to the workspace
-// commands and the help window.
-const std::set<int> kPropios = {
-    cmd::kGuardar,        cmd::kGuardarComo,  cmd::kInformacion,      cmd::kExportarAscii,  cmd::kExportarBmp,
-    cmd::kSalir,          cmd::kImagen,       cmd::kNuevaVentana,     cmd::kHistograma,     cmd::kNivelDigital,
-    cmd::kCrearPaleta,    cmd::kZoomAdelante, cmd::kZoomAtras,        cmd::kPantallaCompleta, cmd::kPantallaNormal,
-    cmd::kContenidos,     cmd::kAcercaDe,     cmd::kTemasAyuda,       cmd::kMostrarLeyenda,
-};
+// Commands outside the operation declarations: one table from a command id
+// to its handler. The menu enables exactly what is here or declared.
+using Manejador = void (*)(CMainFrame&);
+const std::map<int, Manejador>& Manejadores() {
+    static const std::map<int, Manejador> tabla = {
+        {cmd::kGuardar, [](CMainFrame& f) { ComandoGuardar(f, f.Ui()); }},
+        {cmd::kGuardarComo, [](CMainFrame& f) { ComandoGuardarComo(f, f.Ui()); }},
+        {cmd::kInformacion, [](CMainFrame& f) { ComandoInformacion(f, f.Ui(), &f); }},
+        {cmd::kExportarAscii, [](CMainFrame& f) { ComandoExportarAscii(f, f.Ui()); }},
+        {cmd::kExportarBmp, [](CMainFrame& f) { ComandoExportarBmp(f, f.Ui()); }},
+        {cmd::kSalir, [](CMainFrame& f) { f.close(); }},
+        {cmd::kImagen, [](CMainFrame& f) { ComandoImagen(f, f.Ui(), &f); }},
+        {cmd::kNuevaVentana, [](CMainFrame& f) { f.NuevaVentana(); }},
+        {cmd::kHistograma, [](CMainFrame& f) { ComandoHistograma(f, f.Ui(), &f); }},
+        {cmd::kNivelDigital, [](CMainFrame& f) { f.ConsultarPixel(); }},
+        {cmd::kCrearPaleta,
+         [](CMainFrame& f) {
+             CCrearPaletaDlg dlg(f.Ui(), &f);
+             f.Ui().Ejecutar(dlg);
+         }},
+        {cmd::kZoomAdelante, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.ZoomAdelante(); }); }},
+        {cmd::kZoomAtras, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.ZoomAtras(); }); }},
+        {cmd::kPantallaCompleta, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.PantallaCompleta(); }); }},
+        {cmd::kPantallaNormal, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.PantallaNormal(); }); }},
+        {cmd::kMostrarLeyenda, [](CMainFrame& f) { f.EnVista([](CBrimarView& v) { v.MostrarLeyenda(); }); }},
+        {cmd::kContenidos, [](CMainFrame& f) { MostrarAyuda(nullptr, &f); }},
+        {cmd::kTemasAyuda, [](CMainFrame& f) { MostrarAyuda("", &f); }},
+        {cmd::kAcercaDe,
+         [](CMainFrame& f) {
+             CAcercaDeDlg dlg(&f);
+             f.Ui().Ejecutar(dlg);
+         }},
+    };
+    return tabla;
+}
 
 const char* const kIndicadores[3] = {"MAY", "NUM", "DESP"};
 
@@ -96,7 +124,7 @@ void CMainFrame::LeerCarpeta() {
         ui_->MostrarTexto(QString::fromUtf8(kMensajeSinPaletas));
 }
 
-bool CMainFrame::Manejado(int id) { return kPropios.count(id) || orvela::BuscarPorComando(id); }
+bool CMainFrame::Manejado(int id) { return Manejadores().count(id) || orvela::BuscarPorComando(id); }
 
 void CMainFrame::CrearMenus() {
     // Menus are made in the order in which the table first names them.
@@ -265,34 +293,28 @@ void CMainFrame::ConsultarPixel() {
 
 void CMainFrame::EjecutarComando(int id) {
     if (const orvela::Declaracion* d = orvela::BuscarPorComando(id)) return EjecutarOperacion(*d, *this, *ui_);
-    switch (id) {
-        case cmd::kGuardar: return ComandoGuardar(*this, *ui_);
-        case cmd::kGuardarComo: return ComandoGuardarComo(*this, *ui_);
-        case cmd::kInformacion: return ComandoInformacion(*this, *ui_, this);
-        case cmd::kExportarAscii: return ComandoExportarAscii(*this, *ui_);
-        case cmd::kExportarBmp: return ComandoExportarBmp(*this, *ui_);
-        case cmd::kSalir: close(); return;
-        case cmd::kImagen: return ComandoImagen(*this, *ui_, this);
-        case cmd::kNuevaVentana: NuevaVentana(); return;
-        case cmd::kHistograma: return ComandoHistograma(*this, *ui_, this);
-        case cmd::kNivelDigital: return ConsultarPixel();
-        case cmd::kCrearPaleta: {
-            CCrearPaletaDlg dlg(*ui_, this);
-            ui_->Ejecutar(dlg);
-            return;
-        }
-        case cmd::kZoomAdelante: return EnVista([](CBrimarView& v) { v.ZoomAdelante(); });
-        case cmd::kZoomAtras: return EnVista([](CBrimarView& v) { v.ZoomAtras(); });
-        case cmd::kPantallaCompleta: return EnVista([](CBrimarView& v) { v.PantallaCompleta(); });
-        case cmd::kPantallaNormal: return EnVista([](CBrimarView& v) { v.PantallaNormal(); });
-        case cmd::kMostrarLeyenda: return EnVista([](CBrimarView& v) { v.MostrarLeyenda(); });
-        case cmd::kContenidos: return MostrarAyuda(nullptr, this);
-        case cmd::kTemasAyuda: return MostrarAyuda("", this);
-        case cmd::kAcercaDe: {
-            CAcercaDeDlg dlg(this);
-            ui_->Ejecutar(dlg);
-            return;
-        }
-        default: return;
-    }
+    auto it = Manejadores().find(id);
+    if (it != Manejadores().end()) it->second(*this);
 }
+
+std::vector<CBrimarDoc*> CMainFrame::Documentos() {
+    std::vector<CBrimarDoc*> docs;
+    for (QMdiSubWindow* s : mdi_->subWindowList())
+        if (auto* c = qobject_cast<CChildFrame*>(s)) docs.push_back(&c->Documento());
+    return docs;
+}
+
+void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
+    CChildFrame* hijo = NuevaVentana();
+    const std::string nombre = guardada ? imagen.rutaRaster : std::string();
+    hijo->Documento().PonerImagen(std::move(imagen));
+    if (!nombre.empty()) hijo->Documento().PonerNombre(QString::fromStdString(nombre));
+}
+
+void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
+    ui_->MostrarTexto(QString::fromStdString(informe.contenido));
+}
+
+void CMainFrame::AbrirGrafico(const orvela::Grafico&) {}
+
+void CMainFrame::Confirmar(const std::string& texto) { PonerTextoPanel(0, QString::fromStdString(texto)); }

@@ -31,7 +31,12 @@ public:
     ~CMainFrame() override;
 
     CBrimarDoc* DocumentoActivo() override;
+    std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
+    void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
+    void AbrirInforme(const orvela::InformeTexto& informe) override;
+    void AbrirGrafico(const orvela::Grafico& grafico) override;
+    void Confirmar(const std::string& texto) override;
 
     Interfaz& Ui() { return *ui_; }
     QMdiArea* Area() { return mdi_; }
@@ -48,6 +53,11 @@ public:
     // The action of a command id (menu entries and the commands without one).
     QAction* Accion(int id) const;
 
+    // The pixel query of the active window (after its checks).
+    void ConsultarPixel();
+    // Runs f on the active view, or says there is no active window.
+    template <class F> void EnVista(F f);
+
     // Texts of the status bar: panes 0..3 (0 is the message pane), then the
     // indicators "MAY", "NUM", "DESP" (4..6).
     QString TextoPanel(int i) const;
@@ -62,8 +72,6 @@ private:
     void CrearBarraHerramientas();
     void CrearBarraEstado();
     void ActualizarTitulo();
-    void ConsultarPixel();
-    template <class F> void EnVista(F f);
 
     std::unique_ptr<Interfaz> uiPropia_;
     Interfaz* ui_;

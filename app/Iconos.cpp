@@ -4,7 +4,7 @@
 #include <QPainterPath>
 #include <QPixmap>
 
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 
 namespace {
 

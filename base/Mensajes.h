@@ -127,3 +127,16 @@ struct Mensaje {
 };
 
 }  // namespace orvela
+
+namespace orvela::texto {
+// Sentences for what the table does not cover: failures of the system and
+// the user's cancel. Kept here with the table so that no operation carries
+// texts of its own.
+inline constexpr const char* kOperacionCancelada = "La operación se ha cancelado. No se ha escrito ni cambiado nada.";
+inline constexpr const char* kSinMemoriaOperacion = "No hay memoria suficiente para realizar la operación.";
+inline constexpr const char* kOperacionFallida = "No se ha podido realizar la operación: ";
+inline constexpr const char* kCoeficientesFiltro =
+    "El número de coeficientes del filtro no corresponde al tamaño de la ventana.";
+inline constexpr const char* kTituloConSaltos =
+    "El título de la imagen no puede contener saltos de línea: la cabecera no se podría leer.";
+}  // namespace orvela::texto

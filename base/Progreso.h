@@ -30,11 +30,14 @@ public:
     // Asks the computation to stop; it stops at its next check.
     void Cancelar() { cancelado_.store(true, std::memory_order_relaxed); }
     bool Cancelado() const { return cancelado_.load(std::memory_order_relaxed); }
+    // The work is over: the front end takes its report away.
+    void Terminar() { AlTerminar(); }
 
 protected:
     // What the front end does with a report (a progress bar, a line on a
     // terminal). Runs on the computing threads.
     virtual void AlInformar(double /*fraccion*/, const std::string& /*texto*/) {}
+    virtual void AlTerminar() {}
 
 private:
     std::atomic<bool> cancelado_{false};

@@ -23,10 +23,20 @@ const char* NombreTipoCampo(const Campo& c) {
         case TipoCampo::Entero: return "ENTERO";
         case TipoCampo::Real: return "NÚMERO";
         case TipoCampo::Texto: return "TEXTO";
-        case TipoCampo::ListaReales: return "c1,c2,...";
+        case TipoCampo::ListaReales:
+        case TipoCampo::Tabla: return "v1,v2,...";
+        case TipoCampo::Casilla:
         case TipoCampo::Eleccion: break;
     }
     return "";
+}
+
+std::string EtiquetaEntrada(const Declaracion& d, std::size_t i) {
+    const DeclEntrada& e = d.entradas[i];
+    if (*e.etiquetaCli) return e.etiquetaCli;
+    if (e.clase == ClaseEntrada::Bandas) return "BANDA";
+    if (e.clase == ClaseEntrada::Fichero) return "FICHERO";
+    return d.entradas.size() == 1 ? "ENTRADA" : "IMAGEN" + std::to_string(i + 1);
 }
 
 std::string SintaxisDeclaracion(const Declaracion& d) {
@@ -34,20 +44,30 @@ std::string SintaxisDeclaracion(const Declaracion& d) {
     std::set<std::string> vistas;
     for (const auto& c : d.campos) {
         if (!vistas.insert(c.opcionCli).second) continue;
-        std::string valor;
+        std::string op = c.opcionCli;
         if (c.tipo == TipoCampo::Eleccion) {
+            std::string valor;
             for (const auto& campo : d.campos) {
                 if (std::string(campo.opcionCli) != c.opcionCli) continue;
                 for (const auto& o : campo.opciones) valor += (valor.empty() ? "" : "|") + std::string(o.palabra);
             }
-        } else {
-            valor = NombreTipoCampo(c);
+            op += " " + valor;
+        } else if (c.tipo != TipoCampo::Casilla) {
+            op += std::string(" ") + NombreTipoCampo(c);
         }
-        const std::string op = std::string(c.opcionCli) + " " + valor;
+        if (c.tipo == TipoCampo::Tabla) op += " [" + std::string(c.opcionCli) + " ...]";
         s += (c.obligatorio && !c.aplica) ? op + " " : "[" + op + "] ";
     }
-    for (std::size_t i = 0; i < d.entradas.size(); ++i) s += d.entradas.size() == 1 ? "ENTRADA " : "IMAGEN" + std::to_string(i + 1) + " ";
-    if (d.conSalida) s += "SALIDA";
+    for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+        const DeclEntrada& e = d.entradas[i];
+        const std::string nombre = EtiquetaEntrada(d, i);
+        const bool varios = e.maximo > 1;
+        if (*e.opcionCli)
+            s += std::string(e.opcionCli) + " " + nombre + (varios ? " [" + std::string(e.opcionCli) + " ...] " : " ");
+        else
+            s += nombre + (varios ? "... " : " ");
+    }
+    if (d.conSalida) s += d.salidaPrefijo ? "PREFIJO" : "SALIDA";
     return s;
 }
 
@@ -66,6 +86,8 @@ void AyudaDeclaracion(std::ostream& out, const Declaracion& d) {
         if (!vistas.insert(c.opcionCli).second) continue;
         out << "  " << c.opcionCli << "\t" << c.ayudaCli << "\n";
     }
+    for (const auto& e : d.entradas)
+        if (*e.opcionCli) out << "  " << e.opcionCli << "\t" << e.ayudaCli << "\n";
 }
 
 std::optional<std::vector<double>> LeerLista(const std::string& s) {
@@ -83,69 +105,118 @@ std::optional<std::vector<double>> LeerLista(const std::string& s) {
     return r;
 }
 
+// The value of one field from its option's text; the usage detail when it
+// does not parse.
+std::optional<std::string> LeerCampo(const Campo& c, const std::string& texto, Valores& v) {
+    switch (c.tipo) {
+        case TipoCampo::Eleccion:
+            for (std::size_t k = 0; k < c.opciones.size(); ++k)
+                if (texto == c.opciones[k].palabra) {
+                    v.Poner(*c.clave, static_cast<double>(k));
+                    return std::nullopt;
+                }
+            return "valor no válido para " + std::string(c.opcionCli);
+        case TipoCampo::Entero: {
+            auto n = LeerEntero(texto);
+            if (!n) return "se esperaba un número entero en " + std::string(c.opcionCli);
+            v.Poner(*c.clave, static_cast<double>(*n));
+            return std::nullopt;
+        }
+        case TipoCampo::Real: {
+            auto n = LeerReal(texto);
+            if (!n) return "se esperaba un número en " + std::string(c.opcionCli);
+            v.Poner(*c.clave, *n);
+            return std::nullopt;
+        }
+        case TipoCampo::Texto: v.Poner(*c.clave, texto); return std::nullopt;
+        case TipoCampo::ListaReales: {
+            auto l = LeerLista(texto);
+            const int n = c.cantidad ? c.cantidad(v) : -1;
+            if (!l || (n >= 0 && static_cast<int>(l->size()) != n))
+                return "lista de valores incorrecta en " + std::string(c.opcionCli);
+            v.Poner(*c.clave, *l);
+            return std::nullopt;
+        }
+        case TipoCampo::Casilla:
+        case TipoCampo::Tabla: break;
+    }
+    return std::nullopt;
+}
+
 int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& args, std::ostream& out,
-                        std::ostream& err) {
-    std::set<std::string> validas;
-    for (const auto& c : d.campos) validas.insert(c.opcionCli);
-    auto a = Separar(args, validas);
+                        std::ostream& err, Progreso& progreso) {
+    std::set<std::string> validas, banderas;
+    for (const auto& c : d.campos) (c.tipo == TipoCampo::Casilla ? banderas : validas).insert(c.opcionCli);
+    for (const auto& e : d.entradas)
+        if (*e.opcionCli) validas.insert(e.opcionCli);
+    auto a = Separar(args, validas, banderas);
     if (!a) return Uso(err, d.orden);
     if (a->ayuda) {
         AyudaDeclaracion(out, d);
         return kExito;
     }
-    const std::size_t esperados = d.entradas.size() + (d.conSalida ? 1 : 0);
-    if (a->posicionales.size() != esperados) return Uso(err, d.orden, "número de argumentos incorrecto");
+
+    // Positional arguments: the images without an option of their own, in
+    // order (a list takes what the others leave), then the output.
+    std::vector<std::size_t> posicionales;
+    int listas = 0;
+    for (std::size_t i = 0; i < d.entradas.size(); ++i)
+        if (!*d.entradas[i].opcionCli && d.entradas[i].clase != ClaseEntrada::Fichero) {
+            posicionales.push_back(i);
+            if (d.entradas[i].maximo > 1) ++listas;
+        }
+    const std::size_t salida = d.conSalida ? 1 : 0;
+    const std::size_t fijas = posicionales.size() - static_cast<std::size_t>(listas);
+    if (a->posicionales.size() < fijas + salida + static_cast<std::size_t>(listas) ||
+        (listas == 0 && a->posicionales.size() != fijas + salida))
+        return Uso(err, d.orden, "número de argumentos incorrecto");
+    std::vector<std::vector<std::string>> imagenes(d.entradas.size()), ficheros(d.entradas.size());
+    std::size_t k = 0;
+    const std::size_t enLista = a->posicionales.size() - salida - fijas;
+    for (std::size_t i : posicionales) {
+        const std::size_t n = d.entradas[i].maximo > 1 ? enLista : 1;
+        for (std::size_t j = 0; j < n; ++j) imagenes[i].push_back(a->posicionales[k++]);
+    }
+    for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+        const DeclEntrada& e = d.entradas[i];
+        if (!*e.opcionCli) continue;
+        auto& destino = e.clase == ClaseEntrada::Fichero ? ficheros[i] : imagenes[i];
+        auto [desde, hasta] = a->todas.equal_range(e.opcionCli);
+        for (auto it = desde; it != hasta; ++it) destino.push_back(it->second);
+        if (destino.empty() && e.minimo > 0) return Uso(err, d.orden, std::string("falta ") + e.opcionCli);
+        if (destino.size() > static_cast<std::size_t>(e.maximo))
+            return Uso(err, d.orden, std::string("demasiados ") + e.opcionCli);
+    }
 
     Valores v;
     for (const auto& c : d.campos) {
         if (!c.Aplica(v)) continue;
+        if (c.tipo == TipoCampo::Casilla) {
+            v.Poner(*c.clave, a->banderas.count(c.opcionCli) ? 1.0 : 0.0);
+            continue;
+        }
+        if (c.tipo == TipoCampo::Tabla) {
+            TablaNumeros filas;
+            auto [desde, hasta] = a->todas.equal_range(c.opcionCli);
+            const int n = c.cantidad ? c.cantidad(v) : -1;
+            for (auto it = desde; it != hasta; ++it) {
+                auto l = LeerLista(it->second);
+                if (!l || (n >= 0 && static_cast<int>(l->size()) != n))
+                    return Uso(err, d.orden, "fila de valores incorrecta en " + std::string(c.opcionCli));
+                filas.push_back(*l);
+            }
+            if (filas.empty() && c.obligatorio) return Uso(err, d.orden, std::string("falta ") + c.opcionCli);
+            v.Poner(*c.clave, std::move(filas));
+            continue;
+        }
         auto it = a->opciones.find(c.opcionCli);
         if (it == a->opciones.end()) {
             if (c.obligatorio) return Uso(err, d.orden, std::string("falta ") + c.opcionCli);
-            Valores parcial = v;
-            switch (c.tipo) {
-                case TipoCampo::Texto: v.Poner(c.clave, std::string(c.textoPorDefecto)); break;
-                case TipoCampo::ListaReales:
-                    v.Poner(c.clave, std::vector<double>(c.cantidad ? std::max(0, c.cantidad(parcial)) : 0, c.porDefecto));
-                    break;
-                default: v.Poner(c.clave, c.porDefecto); break;
-            }
+            PonerPorDefecto(c, v);
             continue;
         }
-        const std::string& texto = it->second;
-        switch (c.tipo) {
-            case TipoCampo::Eleccion: {
-                int indice = -1;
-                for (std::size_t k = 0; k < c.opciones.size(); ++k)
-                    if (texto == c.opciones[k].palabra) indice = static_cast<int>(k);
-                if (indice < 0) return Uso(err, d.orden, "valor no válido para " + std::string(c.opcionCli));
-                v.Poner(c.clave, static_cast<double>(indice));
-                break;
-            }
-            case TipoCampo::Entero: {
-                auto n = LeerEntero(texto);
-                if (!n) return Uso(err, d.orden, "se esperaba un número entero en " + std::string(c.opcionCli));
-                v.Poner(c.clave, static_cast<double>(*n));
-                break;
-            }
-            case TipoCampo::Real: {
-                auto n = LeerReal(texto);
-                if (!n) return Uso(err, d.orden, "se esperaba un número en " + std::string(c.opcionCli));
-                v.Poner(c.clave, *n);
-                break;
-            }
-            case TipoCampo::Texto: v.Poner(c.clave, texto); break;
-            case TipoCampo::ListaReales: {
-                auto l = LeerLista(texto);
-                const int n = c.cantidad ? c.cantidad(v) : -1;
-                if (!l || (n >= 0 && static_cast<int>(l->size()) != n))
-                    return Uso(err, d.orden, "lista de valores incorrecta en " + std::string(c.opcionCli));
-                v.Poner(c.clave, *l);
-                break;
-            }
-        }
+        if (auto detalle = LeerCampo(c, it->second, v)) return Uso(err, d.orden, *detalle);
     }
-    std::vector<std::string> entradas(a->posicionales.begin(), a->posicionales.begin() + d.entradas.size());
     const std::string stem = d.conSalida ? StemSalida(a->posicionales.back()) : std::string();
     if (d.conSalida) {
         // Refused before any work: "", ".ozm", "/" or "dir/" name no file.
@@ -154,11 +225,12 @@ int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& ar
             return kUso;
         }
     }
-    Ejecucion ej = EjecutarAFichero(d, entradas, v, stem);
+    Ejecucion ej = EjecutarAFichero(d, imagenes, ficheros, v, stem, progreso);
+    progreso.Terminar();
     for (const auto& m : ej.avisos) ImprimirMensaje(err, m);
-    if (ej.error) {
-        ImprimirMensaje(err, *ej.error);
-        return ej.falloSistema ? kFallo : kRechazo;
+    if (ej.fallo) {
+        ImprimirMensaje(err, ej.fallo->mensaje);
+        return ej.fallo->clase == ClaseFallo::Rechazo ? kRechazo : kFallo;
     }
     out << ej.consola;
     return kExito;
@@ -240,7 +312,7 @@ int Uso(std::ostream& err, const std::string& orden, const std::string& detalle)
     return kUso;
 }
 
-int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostream& err, Progreso& progreso) {
     if (args.empty()) return Uso(err, "");
     const std::string& orden = args[0];
     if (orden == "--help" || orden == "-h" || orden == "ayuda") {
@@ -248,7 +320,7 @@ int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostre
         return kExito;
     }
     const std::vector<std::string> resto(args.begin() + 1, args.end());
-    if (const Declaracion* d = BuscarPorOrden(orden)) return EjecutarDeclaracion(*d, resto, out, err);
+    if (const Declaracion* d = BuscarPorOrden(orden)) return EjecutarDeclaracion(*d, resto, out, err, progreso);
     for (const auto& o : Especiales()) {
         if (orden == o.nombre) {
             for (std::size_t i = 0; i < resto.size(); ++i)

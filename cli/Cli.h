@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/Mensajes.h"
+#include "base/Progreso.h"
 
 namespace orvela::cli {
 
@@ -20,7 +21,9 @@ inline constexpr int kRechazo = 2;    // a message of the table
 inline constexpr int kUso = 64;       // a wrong command line
 
 // Runs one command line (without the program name). Console output is UTF-8.
-int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+// The operation reports to `progreso` and stops when it is cancelled.
+int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+             Progreso& progreso = SinProgreso());
 
 // Options and positional arguments of one command line. Every option takes
 // a value (the next word, even when it starts with '-'), except the flags

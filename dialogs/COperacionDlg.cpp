@@ -2,6 +2,10 @@
 #include "dialogs/COperacionDlg.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QListWidget>
+#include <QPlainTextEdit>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -9,6 +13,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -32,9 +37,9 @@ const QStringList& FiltrosImagen() {
 QString Q(const char* s) { return QString::fromUtf8(s ? s : ""); }
 
 // The operation's own checks of "Aceptar"; the first that fails is shown.
-bool PasaComprobaciones(const Declaracion& d, Interfaz& ui, const Valores& v) {
+bool PasaComprobaciones(const Declaracion& d, Interfaz& ui, const Valores& v, const Elegidas& elegidas) {
     if (!d.alAceptar) return true;
-    if (auto m = d.alAceptar(v)) {
+    if (auto m = d.alAceptar(v, elegidas)) {
         ui.Mostrar(*m);
         return false;
     }
@@ -71,7 +76,7 @@ QString NombreCampo(const Campo& c) {
     return n;
 }
 
-QString NombreCampoObjeto(const Campo& c) { return QStringLiteral("campo_%1").arg(static_cast<int>(c.clave)); }
+QString NombreCampoObjeto(const Campo& c) { return QStringLiteral("campo_") + Q(c.clave->nombre); }
 
 }  // namespace
 
@@ -137,6 +142,27 @@ CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& ca
                 c.etiquetas.push_back(etiqueta);
                 break;
             }
+            case TipoCampo::Casilla: {
+                auto* casilla = new QCheckBox(Q(campo->etiqueta), grupo);
+                casilla->setObjectName(nombre);
+                casilla->setChecked(campo->porDefecto != 0);
+                interior->addWidget(casilla);
+                c.casilla = casilla;
+                break;
+            }
+            case TipoCampo::Tabla: {
+                QStringList titulos;
+                for (const char* t : campo->columnas) titulos << Q(t);
+                auto* etiqueta = new QLabel(Q(campo->etiqueta) + (titulos.isEmpty() ? QString() : QStringLiteral(" (") + titulos.join(QStringLiteral(", ")) + QStringLiteral(")")), grupo);
+                auto* tabla = new QPlainTextEdit(grupo);
+                tabla->setObjectName(nombre);
+                tabla->setPlaceholderText(QStringLiteral("Una fila por línea; valores separados por blancos o punto y coma"));
+                interior->addWidget(etiqueta);
+                interior->addWidget(tabla);
+                c.etiquetas.push_back(etiqueta);
+                c.tabla = tabla;
+                break;
+            }
             case TipoCampo::ListaReales: {
                 if (!Q(campo->etiqueta).isEmpty()) {
                     auto* etiqueta = new QLabel(Q(campo->etiqueta), grupo);
@@ -169,6 +195,8 @@ CamposDialogo::CamposDialogo(QWidget* padre, const std::vector<const Campo*>& ca
             conexiones_.push_back(QObject::connect(r, &QRadioButton::toggled, padre, [this] { Actualizar(); }));
         for (auto* e : c.edits)
             conexiones_.push_back(QObject::connect(e, &QLineEdit::textChanged, padre, [this] { Actualizar(); }));
+        if (c.casilla)
+            conexiones_.push_back(QObject::connect(c.casilla, &QCheckBox::toggled, padre, [this] { Actualizar(); }));
     }
     Actualizar();
 }
@@ -184,10 +212,10 @@ bool CamposDialogo::LeerUno(const Control& c, Valores& v, QString& error) const 
             double indice = campo.porDefecto;
             for (std::size_t k = 0; k < c.radios.size(); ++k)
                 if (c.radios[k]->isChecked()) indice = static_cast<double>(k);
-            v.Poner(campo.clave, indice);
+            v.Poner(*campo.clave, indice);
             return true;
         }
-        case TipoCampo::Texto: v.Poner(campo.clave, c.edits[0]->text().toStdString()); return true;
+        case TipoCampo::Texto: v.Poner(*campo.clave, c.edits[0]->text().toStdString()); return true;
         case TipoCampo::Entero:
         case TipoCampo::Real: {
             const bool entero = campo.tipo == TipoCampo::Entero;
@@ -197,7 +225,34 @@ bool CamposDialogo::LeerUno(const Control& c, Valores& v, QString& error) const 
                                : QStringLiteral("El valor de «%1» debe ser un número.").arg(NombreCampo(campo));
                 return false;
             }
-            v.Poner(campo.clave, *x);
+            v.Poner(*campo.clave, *x);
+            return true;
+        }
+        case TipoCampo::Casilla: v.Poner(*campo.clave, c.casilla->isChecked() ? 1.0 : 0.0); return true;
+        case TipoCampo::Tabla: {
+            TablaNumeros filas;
+            const int n = campo.cantidad ? campo.cantidad(v) : -1;
+            const QStringList lineas = c.tabla->toPlainText().split(QLatin1Char('\n'));
+            for (int k = 0; k < lineas.size(); ++k) {
+                const QStringList partes =
+                    lineas[k].split(QRegularExpression(QStringLiteral("[\\s;]+")), Qt::SkipEmptyParts);
+                if (partes.isEmpty()) continue;
+                std::vector<double> fila;
+                for (const QString& p : partes) {
+                    const auto x = LeerNumero(p, false);
+                    if (!x) {
+                        error = QStringLiteral("La fila %1 de «%2» debe tener solo números.").arg(k + 1).arg(NombreCampo(campo));
+                        return false;
+                    }
+                    fila.push_back(*x);
+                }
+                if (n >= 0 && static_cast<int>(fila.size()) != n) {
+                    error = QStringLiteral("La fila %1 de «%2» debe tener %3 valores.").arg(k + 1).arg(NombreCampo(campo)).arg(n);
+                    return false;
+                }
+                filas.push_back(std::move(fila));
+            }
+            v.Poner(*campo.clave, std::move(filas));
             return true;
         }
         case TipoCampo::ListaReales: {
@@ -210,7 +265,7 @@ bool CamposDialogo::LeerUno(const Control& c, Valores& v, QString& error) const 
                 }
                 lista.push_back(*x);
             }
-            v.Poner(campo.clave, std::move(lista));
+            v.Poner(*campo.clave, std::move(lista));
             return true;
         }
     }
@@ -233,6 +288,8 @@ void CamposDialogo::Actualizar() {
         for (auto* r : c.radios) r->setEnabled(aplica);
         for (auto* e : c.edits) e->setEnabled(aplica);
         for (auto* w : c.etiquetas) w->setEnabled(aplica);
+        if (c.casilla) c.casilla->setEnabled(aplica);
+        if (c.tabla) c.tabla->setEnabled(aplica);
         activos[c.grupo] = activos[c.grupo] || aplica;
         if (aplica) {
             QString ignorado;
@@ -244,24 +301,32 @@ void CamposDialogo::Actualizar() {
 
 // ---------------------------------------------------------------- main dialog
 
+const COperacionDlg::Eleccion& COperacionDlg::Entrada::Unica() const {
+    static const Eleccion vacia;
+    return elecciones.empty() ? vacia : elecciones.front();
+}
+
 COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<Cabecera> cabeceraVentana,
-                             QWidget* padre)
-    : QDialog(padre), d_(d), ui_(ui), cabeceraVentana_(std::move(cabeceraVentana)) {
+                             QWidget* padre, std::vector<Abierta> abiertas)
+    : QDialog(padre), d_(d), ui_(ui), cabeceraVentana_(std::move(cabeceraVentana)), abiertas_(std::move(abiertas)) {
     setWindowTitle(Q(d.titulo));
     auto* layout = new QVBoxLayout(this);
 
     entradas_.resize(d.entradas.size());
     radiosVentana_.assign(d.entradas.size(), nullptr);
     nombresEntrada_.assign(d.entradas.size(), nullptr);
+    listas_.assign(d.entradas.size(), nullptr);
     if (!d.entradas.empty()) {
         auto* grupo = new QGroupBox(Q(d.grupoEntrada), this);
         auto* interior = new QVBoxLayout(grupo);
         for (std::size_t i = 0; i < d.entradas.size(); ++i) {
             const DeclEntrada& e = d.entradas[i];
+            const bool lista = e.maximo > 1;
+            const bool imagen = e.clase != ClaseEntrada::Fichero;
             const QString base = QStringLiteral("entrada%1_").arg(i);
             auto* fila = new QHBoxLayout;
             QRadioButton* fichero = nullptr;
-            if (e.admiteVentanaActiva) {
+            if (e.admiteVentanaActiva && !lista) {
                 auto* botones = new QButtonGroup(grupo);
                 auto* ventana = new QRadioButton(QStringLiteral("Imagen de la ventana activa"), grupo);
                 ventana->setObjectName(base + QStringLiteral("activa"));
@@ -277,13 +342,51 @@ COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<C
             auto* boton = new QPushButton(Q(e.boton), grupo);
             boton->setObjectName(base + QStringLiteral("seleccionar"));
             boton->setAutoDefault(false);
-            auto* nombre = new QLineEdit(grupo);
-            nombre->setObjectName(base + QStringLiteral("nombre"));
-            nombre->setReadOnly(true);
             fila->addWidget(boton);
-            fila->addWidget(nombre, 1);
+            if (!lista) {
+                auto* nombre = new QLineEdit(grupo);
+                nombre->setObjectName(base + QStringLiteral("nombre"));
+                nombre->setReadOnly(true);
+                fila->addWidget(nombre, 1);
+                nombresEntrada_[i] = nombre;
+            }
+            // The images already open can be picked as they are in memory.
+            if (imagen && !abiertas_.empty()) {
+                auto* abiertasCombo = new QComboBox(grupo);
+                abiertasCombo->setObjectName(base + QStringLiteral("abiertas"));
+                abiertasCombo->addItem(QStringLiteral("Imágenes abiertas..."));
+                for (const auto& a : abiertas_) abiertasCombo->addItem(QString::fromStdString(a.nombre));
+                fila->addWidget(abiertasCombo);
+                connect(abiertasCombo, QOverload<int>::of(&QComboBox::activated), this, [this, i, abiertasCombo](int k) {
+                    if (k <= 0) return;
+                    ElegirAbierta(static_cast<int>(i), k - 1);
+                    abiertasCombo->setCurrentIndex(0);
+                });
+            }
             interior->addLayout(fila);
-            nombresEntrada_[i] = nombre;
+            if (lista) {
+                auto* l = new QListWidget(grupo);
+                l->setObjectName(base + QStringLiteral("lista"));
+                l->setMinimumHeight(90);
+                auto* botonesLista = new QHBoxLayout;
+                const std::pair<const char*, const char*> acciones[] = {
+                    {"quitar", "&Quitar"}, {"subir", "S&ubir"}, {"bajar", "&Bajar"}};
+                for (const auto& [clave, texto] : acciones) {
+                    auto* b = new QPushButton(Q(texto), grupo);
+                    b->setObjectName(base + Q(clave));
+                    b->setAutoDefault(false);
+                    botonesLista->addWidget(b);
+                    const std::string que = clave;
+                    connect(b, &QPushButton::clicked, this, [this, i, que] {
+                        if (que == "quitar") Quitar(static_cast<int>(i));
+                        else Mover(static_cast<int>(i), que == "subir" ? -1 : 1);
+                    });
+                }
+                botonesLista->addStretch(1);
+                interior->addWidget(l);
+                interior->addLayout(botonesLista);
+                listas_[i] = l;
+            }
             connect(boton, &QPushButton::clicked, this, [this, i] { ElegirEntrada(static_cast<int>(i)); });
         }
         layout->addWidget(grupo);
@@ -331,40 +434,151 @@ COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<C
 
 bool COperacionDlg::SalidaVentana() const { return salidaVentana_ && salidaVentana_->isChecked(); }
 
+std::vector<std::optional<Cabecera>> COperacionDlg::Previas(int i) const {
+    std::vector<std::optional<Cabecera>> previas;
+    for (std::size_t j = 0; j < entradas_.size(); ++j) {
+        if (d_.entradas[j].clase == ClaseEntrada::Fichero) continue;
+        const bool lista = d_.entradas[j].maximo > 1;
+        if (!lista && static_cast<int>(j) == i) {
+            previas.emplace_back();  // the pick being replaced
+            continue;
+        }
+        if (radiosVentana_[j] && radiosVentana_[j]->isChecked()) {
+            previas.push_back(cabeceraVentana_);
+            continue;
+        }
+        if (!lista) {
+            previas.push_back(entradas_[j].aceptado ? std::optional<Cabecera>(entradas_[j].Unica().cabecera)
+                                                    : std::nullopt);
+            continue;
+        }
+        for (const auto& e : entradas_[j].elecciones) previas.push_back(e.cabecera);
+    }
+    return previas;
+}
+
+bool COperacionDlg::Tomar(int i, Eleccion e) {
+    const auto k = static_cast<std::size_t>(i);
+    const DeclEntrada& decl = d_.entradas[k];
+    const bool lista = decl.maximo > 1;
+    Entrada& entrada = entradas_[k];
+    if (!lista) {
+        entrada.elegido = true;
+        entrada.aceptado = false;
+        entrada.elecciones.clear();
+        nombresEntrada_[k]->setText(QString::fromStdString(e.titulo));
+    }
+    auto rechazar = [&](const Mensaje& m) {
+        ui_.Mostrar(m);
+        if (!lista) nombresEntrada_[k]->clear();
+        return false;
+    };
+    if (lista && entrada.elecciones.size() >= static_cast<std::size_t>(decl.maximo))
+        return rechazar(Mensaje::Tabla(msg::kNumeroBandas));
+    if (decl.clase == ClaseEntrada::Fichero) {
+        if (auto m = ComprobarFicheroDatos(decl, e.ruta)) return rechazar(*m);
+    } else {
+        std::vector<std::optional<Cabecera>> previas = Previas(i);
+        // The index the checks give this pick: its place among the images.
+        int indice = 0;
+        for (std::size_t j = 0; j < k; ++j) {
+            if (d_.entradas[j].clase == ClaseEntrada::Fichero) continue;
+            indice += d_.entradas[j].maximo > 1 ? static_cast<int>(entradas_[j].elecciones.size()) : 1;
+        }
+        if (lista) indice += static_cast<int>(entrada.elecciones.size());
+        if (!e.abierta) {
+            if (auto m = ComprobarFicheroEntrada(e.ruta, e.cabecera)) return rechazar(*m);
+        }
+        if (d_.alElegir) {
+            if (!lista && static_cast<std::size_t>(indice) < previas.size()) previas[static_cast<std::size_t>(indice)].reset();
+            if (auto m = d_.alElegir(indice, e.cabecera, previas)) return rechazar(*m);
+        }
+    }
+    entrada.elecciones.push_back(std::move(e));
+    if (!lista) entrada.aceptado = true;
+    else RellenarLista(i);
+    return true;
+}
+
 void COperacionDlg::ElegirEntrada(int i) {
     const auto k = static_cast<std::size_t>(i);
+    const DeclEntrada& decl = d_.entradas[k];
     if (radiosVentana_[k]) {
         if (auto* fichero = findChild<QRadioButton*>(QStringLiteral("entrada%1_fichero").arg(i)))
             fichero->setChecked(true);
     }
-    const auto ruta = ui_.FicheroAbrir(QStringLiteral("Abrir"), FiltrosImagen());
+    QStringList filtros = FiltrosImagen();
+    if (decl.clase == ClaseEntrada::Fichero)
+        filtros = {Q(decl.filtro), QStringLiteral("Todos Los Archivos (*.*)")};
+    const QString titulo = decl.maximo > 1 ? QStringLiteral("Fichero %1").arg(entradas_[k].elecciones.size() + 1)
+                                           : QStringLiteral("Abrir");
+    const auto ruta = ui_.FicheroAbrir(titulo, filtros);
     if (!ruta) return;
-    Entrada& e = entradas_[k];
-    e.elegido = true;
-    e.aceptado = false;
+    Eleccion e;
     e.ruta = *ruta;
     e.titulo = TituloFichero(*ruta);
-    nombresEntrada_[k]->setText(QString::fromStdString(e.titulo));
-    auto rechazar = [&](const Mensaje& m) {
-        ui_.Mostrar(m);
-        e.aceptado = false;
-        nombresEntrada_[k]->clear();
-    };
-    Cabecera cab;
-    if (auto m = ComprobarFicheroEntrada(*ruta, cab)) return rechazar(*m);
-    if (d_.alElegir) {
-        std::vector<std::optional<Cabecera>> previas(entradas_.size());
-        for (std::size_t j = 0; j < entradas_.size(); ++j) {
-            if (j == k) continue;
-            if (radiosVentana_[j] && radiosVentana_[j]->isChecked())
-                previas[j] = cabeceraVentana_;
-            else if (entradas_[j].aceptado)
-                previas[j] = entradas_[j].cabecera;
-        }
-        if (auto m = d_.alElegir(i, cab, previas)) return rechazar(*m);
+    Tomar(i, std::move(e));
+}
+
+void COperacionDlg::ElegirAbierta(int i, int k) {
+    if (k < 0 || static_cast<std::size_t>(k) >= abiertas_.size()) return;
+    const auto& a = abiertas_[static_cast<std::size_t>(k)];
+    if (radiosVentana_[static_cast<std::size_t>(i)]) {
+        if (auto* fichero = findChild<QRadioButton*>(QStringLiteral("entrada%1_fichero").arg(i)))
+            fichero->setChecked(true);
     }
-    e.cabecera = cab;
-    e.aceptado = true;
+    Eleccion e;
+    e.titulo = a.nombre;
+    e.abierta = a.imagen;
+    e.cabecera = a.imagen->ComoCabecera();
+    Tomar(i, std::move(e));
+}
+
+void COperacionDlg::RellenarLista(int i) {
+    QListWidget* l = listas_[static_cast<std::size_t>(i)];
+    if (!l) return;
+    const int actual = l->currentRow();
+    l->clear();
+    const auto& elecciones = entradas_[static_cast<std::size_t>(i)].elecciones;
+    for (std::size_t k = 0; k < elecciones.size(); ++k)
+        l->addItem(QStringLiteral("Banda %1:  %2").arg(k + 1).arg(QString::fromStdString(elecciones[k].titulo)));
+    l->setCurrentRow(std::min(actual, l->count() - 1));
+}
+
+void COperacionDlg::Quitar(int i) {
+    QListWidget* l = listas_[static_cast<std::size_t>(i)];
+    auto& elecciones = entradas_[static_cast<std::size_t>(i)].elecciones;
+    const int f = l ? l->currentRow() : -1;
+    if (f < 0 || static_cast<std::size_t>(f) >= elecciones.size()) return;
+    elecciones.erase(elecciones.begin() + f);
+    RellenarLista(i);
+}
+
+void COperacionDlg::Mover(int i, int paso) {
+    QListWidget* l = listas_[static_cast<std::size_t>(i)];
+    auto& elecciones = entradas_[static_cast<std::size_t>(i)].elecciones;
+    const int f = l ? l->currentRow() : -1;
+    const int g = f + paso;
+    if (f < 0 || g < 0 || static_cast<std::size_t>(g) >= elecciones.size()) return;
+    std::swap(elecciones[static_cast<std::size_t>(f)], elecciones[static_cast<std::size_t>(g)]);
+    RellenarLista(i);
+    l->setCurrentRow(g);
+}
+
+orvela::Elegidas COperacionDlg::Elegidas() const {
+    orvela::Elegidas r;
+    r.cabeceras.resize(entradas_.size());
+    r.ficheros.resize(entradas_.size());
+    for (std::size_t i = 0; i < entradas_.size(); ++i) {
+        if (d_.entradas[i].clase == ClaseEntrada::Fichero) {
+            for (const auto& e : entradas_[i].elecciones) r.ficheros[i].push_back(e.ruta);
+        } else if (radiosVentana_[i] && radiosVentana_[i]->isChecked()) {
+            if (cabeceraVentana_) r.cabeceras[i].push_back(*cabeceraVentana_);
+        } else {
+            for (const auto& e : entradas_[i].elecciones) r.cabeceras[i].push_back(e.cabecera);
+        }
+    }
+    return r;
 }
 
 void COperacionDlg::ElegirSalida() {
@@ -385,10 +599,13 @@ void COperacionDlg::Aceptar() {
     }
     for (std::size_t i = 0; i < entradas_.size(); ++i) {
         Entrada& e = entradas_[i];
+        const DeclEntrada& decl = d_.entradas[i];
         e.ventana = radiosVentana_[i] && radiosVentana_[i]->isChecked();
         if (e.ventana) continue;
+        if (decl.maximo > 1) continue;  // lists are counted below
         if (!e.elegido) {
-            ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, d_.entradas[i].nombre, relleno::kUnaImagen));
+            ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, decl.nombre,
+                                       decl.clase == ClaseEntrada::Fichero ? relleno::kUnArchivo : relleno::kUnaImagen));
             return;
         }
         if (!e.aceptado) return;
@@ -397,7 +614,13 @@ void COperacionDlg::Aceptar() {
         ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
         return;
     }
-    if (!PasaComprobaciones(d_, ui_, v)) return;
+    Declaracion sinPropias = d_;
+    sinPropias.alAceptar = nullptr;
+    if (auto m = ComprobarAceptar(sinPropias, v, Elegidas())) {
+        ui_.Mostrar(*m);
+        return;
+    }
+    if (!PasaComprobaciones(d_, ui_, v, Elegidas())) return;
     valores_ = std::move(v);
     accept();
 }
@@ -409,8 +632,8 @@ namespace {
 class CParametrosDlg : public QDialog {
 public:
     CParametrosDlg(const Declaracion& d, Interfaz& ui, const std::vector<const Campo*>& campos, const Valores& base,
-                   QWidget* padre)
-        : QDialog(padre), d_(d), ui_(ui), base_(base) {
+                   orvela::Elegidas elegidas, QWidget* padre)
+        : QDialog(padre), d_(d), ui_(ui), base_(base), elegidas_(std::move(elegidas)) {
         setWindowTitle(Q(campos.front()->subdialogo));
         auto* layout = new QVBoxLayout(this);
         campos_.emplace(this, campos, base);
@@ -425,6 +648,7 @@ private:
     const Declaracion& d_;
     Interfaz& ui_;
     Valores base_, valores_;
+    orvela::Elegidas elegidas_;
     std::optional<CamposDialogo> campos_;
 
     void Aceptar() {
@@ -434,7 +658,7 @@ private:
             ui_.MostrarTexto(error);
             return;
         }
-        if (!PasaComprobaciones(d_, ui_, v)) return;
+        if (!PasaComprobaciones(d_, ui_, v, elegidas_)) return;
         valores_ = std::move(v);
         accept();
     }
@@ -442,7 +666,8 @@ private:
 
 }  // namespace
 
-bool EjecutarSubdialogos(const Declaracion& d, Interfaz& ui, Valores& v, QWidget* padre) {
+bool EjecutarSubdialogos(const Declaracion& d, Interfaz& ui, Valores& v, const orvela::Elegidas& elegidas,
+                         QWidget* padre) {
     const auto& campos = d.campos;
     for (std::size_t i = 0; i < campos.size();) {
         if (!campos[i].subdialogo) {
@@ -456,7 +681,7 @@ bool EjecutarSubdialogos(const Declaracion& d, Interfaz& ui, Valores& v, QWidget
         i = j;
         // A dialog none of whose fields takes part is not shown.
         if (std::none_of(grupo.begin(), grupo.end(), [&](const Campo* c) { return c->Aplica(v); })) continue;
-        CParametrosDlg dlg(d, ui, grupo, v, padre);
+        CParametrosDlg dlg(d, ui, grupo, v, elegidas, padre);
         if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return false;
         v = dlg.Resultado();
     }

@@ -9,9 +9,16 @@
 //   entrada<i>_fichero      radio of input i taken from a file (idem)
 //   entrada<i>_seleccionar  button that picks the file of input i
 //   entrada<i>_nombre       read-only edit with the picked file's title
-//   campo_<c>_<k>           radio k of the choice whose key is c (int value
-//                           of orvela::Clave), or edit k of a list of numbers
-//   campo_<c>               edit of a whole number, number or text
+//   entrada<i>_abiertas     list of the open images (picking one uses its
+//                           samples in memory)
+//   entrada<i>_lista        list of the picked bands or files of a list input
+//                           ("Banda 1:  tm1"), with the buttons
+//   entrada<i>_quitar, entrada<i>_subir, entrada<i>_bajar
+//                           (entrada<i>_seleccionar adds one)
+//   campo_<c>_<k>           radio k of the choice whose key is named c, or
+//                           edit k of a list of numbers
+//   campo_<c>               edit of a whole number, number or text; check
+//                           box; text of a table (one row a line)
 //   salida_ventana          radio "Visualizar en la ventana actual"
 //   salida_fichero          radio of the output written as a file pair
 //   salida_guardar          button that picks the output name
@@ -37,6 +44,10 @@
 
 class Interfaz;
 class QAbstractButton;
+class QCheckBox;
+class QComboBox;
+class QListWidget;
+class QPlainTextEdit;
 class QGroupBox;
 class QLineEdit;
 class QRadioButton;
@@ -67,6 +78,8 @@ private:
         std::vector<QRadioButton*> radios;
         std::vector<QLineEdit*> edits;
         std::vector<QWidget*> etiquetas;
+        QCheckBox* casilla = nullptr;
+        QPlainTextEdit* tabla = nullptr;
     };
     std::vector<Control> controles_;
     orvela::Valores base_;
@@ -78,22 +91,37 @@ private:
 class COperacionDlg : public QDialog {
     Q_OBJECT
 public:
+    // An open image the pickers offer: its window's name and its record.
+    struct Abierta {
+        std::string nombre;
+        const orvela::CImagen* imagen = nullptr;
+    };
+    // One accepted pick of an input.
+    struct Eleccion {
+        std::string ruta;    // full path of the raster or file ("" for an open image)
+        std::string titulo;  // file title or window name
+        orvela::Cabecera cabecera;
+        const orvela::CImagen* abierta = nullptr;  // samples already in memory
+    };
     struct Entrada {
         bool ventana = false;   // the image of the active window
-        bool elegido = false;   // a file was picked (even if refused)
-        bool aceptado = false;  // the picked file passed the checks
-        std::string ruta;       // full path of the raster
-        std::string titulo;     // file title
-        orvela::Cabecera cabecera;
+        bool elegido = false;   // a single input: something was picked (even if refused)
+        bool aceptado = false;  // a single input: the pick passed the checks
+        std::vector<Eleccion> elecciones;  // accepted picks, in order
+        // The single input's pick (empty Eleccion when none).
+        const Eleccion& Unica() const;
     };
 
     // `cabeceraVentana`: header of the active window's image when there is
     // one; the checks of a picked file see it in place of an input that is
-    // taken from the window.
+    // taken from the window. `abiertas`: images of the open windows.
     COperacionDlg(const orvela::Declaracion& d, Interfaz& ui,
-                  std::optional<orvela::Cabecera> cabeceraVentana = std::nullopt, QWidget* padre = nullptr);
+                  std::optional<orvela::Cabecera> cabeceraVentana = std::nullopt, QWidget* padre = nullptr,
+                  std::vector<Abierta> abiertas = {});
 
     const std::vector<Entrada>& Entradas() const { return entradas_; }
+    // What has been picked, as the "Aceptar" checks see it.
+    orvela::Elegidas Elegidas() const;
     bool SalidaVentana() const;
     // Chosen output path without extension (the stem of the file pair).
     const std::string& Stem() const { return stem_; }
@@ -107,9 +135,11 @@ private:
     const orvela::Declaracion& d_;
     Interfaz& ui_;
     std::optional<orvela::Cabecera> cabeceraVentana_;
+    std::vector<Abierta> abiertas_;
     std::vector<Entrada> entradas_;
     std::vector<QRadioButton*> radiosVentana_;
     std::vector<QLineEdit*> nombresEntrada_;
+    std::vector<QListWidget*> listas_;
     QRadioButton* salidaVentana_ = nullptr;
     QRadioButton* salidaFichero_ = nullptr;
     QLineEdit* nombreSalida_ = nullptr;
@@ -119,6 +149,16 @@ private:
     std::optional<CamposDialogo> campos_;
 
     void ElegirEntrada(int i);
+    void ElegirAbierta(int i, int k);
+    // Checks a pick of input i and takes it (single input: replaces, list:
+    // appends). False, with the message shown, when it is refused.
+    bool Tomar(int i, Eleccion e);
+    // Headers picked before a new pick of input i, in the order the checks
+    // count them (lists expanded).
+    std::vector<std::optional<orvela::Cabecera>> Previas(int i) const;
+    void RellenarLista(int i);
+    void Mover(int i, int paso);
+    void Quitar(int i);
     void ElegirSalida();
 };
 
@@ -126,4 +166,5 @@ private:
 // order, after the main dialog was accepted with `v` (fields that share a
 // title one after the other share a dialog). Adds their values to `v`.
 // False when one is cancelled: the command is then abandoned.
-bool EjecutarSubdialogos(const orvela::Declaracion& d, Interfaz& ui, orvela::Valores& v, QWidget* padre = nullptr);
+bool EjecutarSubdialogos(const orvela::Declaracion& d, Interfaz& ui, orvela::Valores& v,
+                         const orvela::Elegidas& elegidas = {}, QWidget* padre = nullptr);

@@ -10,12 +10,12 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
-#include <new>
+#include <mutex>
 
-#include "dialogs/Espacio.h"
-#include "dialogs/Interfaz.h"
 #include "dialogs/CAvisoDlg.h"
 #include "dialogs/COperacionDlg.h"
+#include "dialogs/Espacio.h"
+#include "dialogs/Interfaz.h"
 #include "doc/CBrimarDoc.h"
 #include "operations/Curso.h"
 
@@ -41,7 +41,7 @@ public:
 
 protected:
     bool eventFilter(QObject* objeto, QEvent* evento) override {
-        if (evento->type() == QEvent::Close && objeto->isWidgetType()) {
+        if (evento->type() == QEvent::Close && objeto->isWidgetType() && objeto->objectName() != "progreso") {
             evento->ignore();
             return true;
         }
@@ -49,30 +49,38 @@ protected:
     }
 };
 
-// How long a computation runs before the progress window appears.
-constexpr int kEsperaProgresoMs = 300;
+// What the computing threads report, read by the progress window's timer.
+class ProgresoEscritorio : public Progreso {
+public:
+    int Milesimas() const { return milesimas_.load(); }
+    QString Texto() {
+        std::lock_guard<std::mutex> l(texto_);
+        return QString::fromStdString(ultimo_);
+    }
+
+protected:
+    void AlInformar(double f, const std::string& texto) override {
+        milesimas_.store(static_cast<int>(f * 1000.0));
+        if (!texto.empty()) {
+            std::lock_guard<std::mutex> l(texto_);
+            ultimo_ = texto;
+        }
+    }
+
+private:
+    std::atomic<int> milesimas_{-1};
+    std::mutex texto_;
+    std::string ultimo_;
+};
 
 // Runs the computation on a worker thread while a local event loop keeps
-// the windows painted; a progress window appears only when it takes long.
-Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
+// the windows painted; a progress window with "Cancelar" appears when it
+// takes more than a moment.
+Resultado CalcularSinBloquear(const Declaracion& d, const EntradasCargadas& entradas, const Valores& v,
                               Destino destino) {
-    auto milesimas = std::make_shared<std::atomic<int>>(-1);
-    auto progreso = [milesimas](double f) {
-        const double x = std::clamp(f, 0.0, 1.0) * 1000.0;
-        milesimas->store(static_cast<int>(x));
-    };
+    ProgresoEscritorio progreso;
     Resultado resultado;
-    QFuture<void> futuro = QtConcurrent::run([&d, &entradas, &v, destino, progreso, &resultado] {
-        try {
-            resultado = Calcular(d, entradas, v, destino, progreso);
-        } catch (const std::bad_alloc&) {
-            resultado = Resultado{};
-            resultado.error = Mensaje::Libre("No hay memoria suficiente para realizar la operación.");
-        } catch (const std::exception& e) {
-            resultado = Resultado{};
-            resultado.error = Mensaje::Libre(std::string("No se ha podido realizar la operación: ") + e.what());
-        }
-    });
+    QFuture<void> futuro = QtConcurrent::run([&] { resultado = Calcular(d, entradas, v, destino, progreso); });
     if (!futuro.isFinished()) {
         BloqueoCierre bloqueo;
         QEventLoop bucle;
@@ -86,23 +94,29 @@ Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CIma
         QTimer avance;
         avance.setInterval(100);
         QObject::connect(&mostrar, &QTimer::timeout, [&] {
-            dialogo = std::make_unique<QProgressDialog>(QStringLiteral("Realizando la operación..."), QString(), 0, 0,
+            dialogo = std::make_unique<QProgressDialog>(QStringLiteral("Realizando la operación..."),
+                                                        QStringLiteral("Cancelar"), 0, 0,
                                                         QApplication::activeWindow());
             dialogo->setObjectName(QStringLiteral("progreso"));
             dialogo->setWindowTitle(QString::fromUtf8(d.titulo));
-            dialogo->setCancelButton(nullptr);
             dialogo->setAutoClose(false);
             dialogo->setAutoReset(false);
             dialogo->setMinimumDuration(0);
             dialogo->setWindowModality(Qt::ApplicationModal);
+            QObject::connect(dialogo.get(), &QProgressDialog::canceled, [&] {
+                progreso.Cancelar();
+                dialogo->setLabelText(QStringLiteral("Cancelando..."));
+            });
             dialogo->show();
             avance.start();
         });
         QObject::connect(&avance, &QTimer::timeout, [&] {
-            const int m = milesimas->load();
-            if (!dialogo || m < 0) return;
+            const int m = progreso.Milesimas();
+            if (!dialogo || m < 0 || progreso.Cancelado()) return;
             if (dialogo->maximum() != 1000) dialogo->setRange(0, 1000);
             dialogo->setValue(m);
+            const QString t = progreso.Texto();
+            if (!t.isEmpty()) dialogo->setLabelText(QStringLiteral("Realizando la operación... ") + t);
         });
         mostrar.start(kEsperaProgresoMs);
         if (!futuro.isFinished()) bucle.exec(QEventLoop::ExcludeUserInputEvents);
@@ -116,9 +130,7 @@ Resultado CalcularSinBloquear(const Declaracion& d, const std::vector<const CIma
 void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
     QWidget* padre = QApplication::activeWindow();
     CBrimarDoc* doc = espacio.DocumentoActivo();
-    const bool ofreceVentana =
-        std::any_of(d.entradas.begin(), d.entradas.end(), [](const DeclEntrada& e) { return e.admiteVentanaActiva; });
-    if (ofreceVentana) {
+    if (d.OfreceVentanaActiva()) {
         if (auto m = ComprobarVentana(doc)) {
             ui.Mostrar(*m);
             return;
@@ -126,11 +138,15 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
     }
     std::optional<Cabecera> cabeceraVentana;
     if (doc && doc->TieneImagen()) cabeceraVentana = doc->Imagen().ComoCabecera();
+    std::vector<COperacionDlg::Abierta> abiertas;
+    for (CBrimarDoc* o : espacio.Documentos())
+        if (o->TieneImagen() && !o->EsComposicion() && o->Imagen().pixeles.Valido())
+            abiertas.push_back({o->Nombre().toStdString(), &o->Imagen()});
 
-    COperacionDlg dlg(d, ui, cabeceraVentana, padre);
+    COperacionDlg dlg(d, ui, cabeceraVentana, padre, abiertas);
     if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return;
     Valores v = dlg.Valores();
-    if (!EjecutarSubdialogos(d, ui, v, padre)) return;
+    if (!EjecutarSubdialogos(d, ui, v, dlg.Elegidas(), padre)) return;
 
     EsperaCursor espera(ui);
     doc = espacio.DocumentoActivo();
@@ -149,27 +165,40 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
         }
     }
 
-    // Inputs: the window's own record, or a local record read from the file.
-    std::vector<CImagen> locales(elegidas.size());
-    std::vector<const CImagen*> entradas;
+    // Inputs: the window's own record, an open image's record, or a local
+    // record read from the file; file inputs by their paths.
+    std::vector<std::vector<CImagen>> locales(elegidas.size());
+    EntradasCargadas entradas;
+    entradas.imagenes.resize(elegidas.size());
+    entradas.ficheros.resize(elegidas.size());
     for (std::size_t i = 0; i < elegidas.size(); ++i) {
         const auto& e = elegidas[i];
-        if (e.ventana) {
-            entradas.push_back(&doc->Imagen());
+        if (d.entradas[i].clase == ClaseEntrada::Fichero) {
+            for (const auto& x : e.elecciones) entradas.ficheros[i].push_back(x.ruta);
             continue;
         }
-        std::optional<Mensaje> m = ComprobarRaster(e.ruta, e.cabecera);
-        if (!m) m = locales[i].Cargar(e.cabecera, e.ruta, 0, true);
-        if (m) {
-            ui.Mostrar(*m);
-            return;
+        if (e.ventana) {
+            entradas.imagenes[i].push_back(&doc->Imagen());
+            continue;
         }
-        entradas.push_back(&locales[i]);
+        locales[i].resize(e.elecciones.size());
+        for (std::size_t k = 0; k < e.elecciones.size(); ++k) {
+            const auto& x = e.elecciones[k];
+            if (x.abierta) {
+                entradas.imagenes[i].push_back(x.abierta);
+                continue;
+            }
+            if (auto f = CargarEntrada(x.ruta, x.cabecera, locales[i][k])) {
+                ui.Mostrar(f->mensaje);
+                return;
+            }
+            entradas.imagenes[i].push_back(&locales[i][k]);
+        }
     }
 
     // The operation's own checks run before anything is replaced or written.
     if (d.antesDeCalcular) {
-        if (auto m = d.antesDeCalcular(entradas, v)) {
+        if (auto m = d.antesDeCalcular(entradas.Todas(), v)) {
             ui.Mostrar(*m);
             return;
         }
@@ -185,27 +214,40 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
     Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero);
 
     for (const auto& a : r.avisos) ui.Mostrar(a);
-    if (r.error) {
-        ui.Mostrar(*r.error);
+    if (r.fallo) {
+        ui.Mostrar(r.fallo->mensaje);
+        // A refused quotient shows the second image in the window.
         const int k = r.entradaEnVentana;
-        if (aVentana && k >= 0 && static_cast<std::size_t>(k) < elegidas.size() && !elegidas[static_cast<std::size_t>(k)].ventana) {
-            CImagen mostrada = std::move(locales[static_cast<std::size_t>(k)]);
+        if (r.fallo->clase == ClaseFallo::Rechazo && aVentana && k >= 0 &&
+            static_cast<std::size_t>(k) < elegidas.size() && !elegidas[static_cast<std::size_t>(k)].ventana &&
+            !locales[static_cast<std::size_t>(k)].empty()) {
+            CImagen mostrada = std::move(locales[static_cast<std::size_t>(k)].front());
             if (doc->TieneImagen()) mostrada.indicePaleta = doc->Imagen().indicePaleta;
             doc->PonerImagen(std::move(mostrada));
         }
         return;
     }
-    if (!d.conSalida) {
-        if (!r.consola.empty()) ui.MostrarTexto(QString::fromStdString(r.consola));
-        return;
+    if (!r.consola.empty() && r.informes.empty() && r.graficos.empty() && r.imagenes.empty())
+        ui.MostrarTexto(QString::fromStdString(r.consola));
+
+    if (!aVentana && d.conSalida) {
+        std::vector<std::string> escritos;
+        if (auto m = EscribirResultado(r, dlg.Stem(), &escritos)) {
+            ui.Mostrar(*m);
+            return;
+        }
+        if (!escritos.empty()) espacio.Confirmar("Guardado: " + escritos.front());
     }
+    // Reports and charts open in windows of their own in both output modes.
+    for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
+    for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
     if (r.imagenes.empty()) return;
+    // The images after the first open in new windows.
+    for (std::size_t i = 1; i < r.imagenes.size(); ++i) espacio.AbrirImagen(std::move(r.imagenes[i]), !aVentana);
     if (aVentana) {
         CImagen& resultado = r.imagenes.front();
         // The window keeps the palette it was showing.
         if (doc->TieneImagen()) resultado.indicePaleta = doc->Imagen().indicePaleta;
         doc->PonerImagen(std::move(resultado));
-        return;
     }
-    if (auto m = EscribirResultado(r, dlg.Stem())) ui.Mostrar(*m);
 }

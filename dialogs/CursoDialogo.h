@@ -12,14 +12,20 @@
 // (61284 for a missing or short raster); the operation's own checks run;
 // when the result is to replace a window image that is not one of the
 // inputs (and is not a colour composite) the user is asked whether to save
-// it first, and may give up. The computation runs on a worker thread; a
-// progress window appears when it takes more than a moment. Warnings are
+// it first, and may give up. The computation runs on worker threads; a
+// progress window with "Cancelar" appears when it takes more than a moment,
+// and a cancelled run changes no window and writes nothing. Warnings are
 // shown, then either the error (leaving, when the operation says so, one of
-// the inputs in the window) or the result: put into the window, keeping the
-// window's palette, or written under the chosen stem.
+// the inputs in the window) or the result: the first image put into the
+// window, keeping the window's palette, or everything written under the
+// chosen stem; later images open in new windows, reports and charts in
+// windows of their own.
 #pragma once
 
 #include "operations/Operacion.h"
+
+// How long a computation runs before the progress window appears.
+inline constexpr int kEsperaProgresoMs = 300;
 
 class Espacio;
 class Interfaz;

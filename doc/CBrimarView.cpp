@@ -9,13 +9,15 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "dialogs/Espacio.h"
 #include "dialogs/Interfaz.h"
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 #include "dialogs/CMostrarLeyendaDlg.h"
 #include "doc/CBrimarDoc.h"
+#include "image/Estadisticas.h"
 #include "image/Leyenda.h"
 #include "image/Paleta.h"
 
@@ -111,18 +113,27 @@ void CBrimarView::Convertir() {
     paleta_ = p;
     for (int i = 0; i < 256; ++i) colores_[i] = qRgb(p.rojo[i], p.verde[i], p.azul[i]);
 
-    const std::vector<uint8_t> idx = orvela::IndicesPaleta(im.pixeles);
-    if (idx.size() < static_cast<std::size_t>(filas_) * static_cast<std::size_t>(columnas_)) return;
-    QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_Indexed8);
-    if (q.isNull()) {
+    if (im.pixeles.Cantidad() < static_cast<std::size_t>(filas_) * static_cast<std::size_t>(columnas_)) return;
+    // The picture is the only image-sized allocation: the entries go into it
+    // row by row. When memory cannot be had the window says so and shows
+    // nothing, and the program goes on.
+    try {
+        QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_Indexed8);
+        if (q.isNull()) {
+            ui_.Mostrar(orvela::MensajeMemoria(im.filas, im.columnas));
+            return;
+        }
+        double mn = 0, mx = 0;
+        if (im.pixeles.Codigo() != orvela::kByte) orvela::MinimoMaximo(im.pixeles, mn, mx);
+        for (long f = 0; f < filas_; ++f)
+            orvela::IndicesPaletaTramo(im.pixeles, static_cast<std::size_t>(f) * static_cast<std::size_t>(columnas_),
+                                       static_cast<std::size_t>(columnas_), mn, mx, q.scanLine(static_cast<int>(f)));
+        q.setColorTable(QList<QRgb>(colores_.begin(), colores_.end()));
+        indices_ = std::move(q);
+    } catch (const std::bad_alloc&) {
+        indices_ = QImage();
         ui_.Mostrar(orvela::MensajeMemoria(im.filas, im.columnas));
-        return;
     }
-    for (long f = 0; f < filas_; ++f)
-        std::memcpy(q.scanLine(static_cast<int>(f)), idx.data() + static_cast<std::size_t>(f) * columnas_,
-                    static_cast<std::size_t>(columnas_));
-    q.setColorTable(QList<QRgb>(colores_.begin(), colores_.end()));
-    indices_ = std::move(q);
 }
 
 void CBrimarView::Geometria(QRect& origen, QRect& destino) const {

@@ -1,6 +1,7 @@
 #include "operations/Curso.h"
 
 #include <cstdio>
+#include <new>
 #include <sys/stat.h>
 
 #include "image/Codificacion.h"
@@ -8,11 +9,24 @@
 
 namespace orvela {
 
-std::optional<Mensaje> ComprobarFicheroEntrada(const std::string& ruta, Cabecera& cab) {
+namespace {
+
+std::string Extension(const std::string& ruta) {
     const auto punto = ruta.find_last_of('.');
     const auto barra = ruta.find_last_of('/');
-    const std::string ext =
-        (punto == std::string::npos || (barra != std::string::npos && punto < barra)) ? "" : ruta.substr(punto + 1);
+    if (punto == std::string::npos || (barra != std::string::npos && punto < barra)) return {};
+    return ruta.substr(punto + 1);
+}
+
+EscritorGrafico& Escritor() {
+    static EscritorGrafico f = nullptr;
+    return f;
+}
+
+}  // namespace
+
+std::optional<Mensaje> ComprobarFicheroEntrada(const std::string& ruta, Cabecera& cab) {
+    const std::string ext = Extension(ruta);
     if (ext != relleno::kOzm && ext != relleno::kOzmMayusculas)
         return Mensaje::Tabla(msg::kExtensionInadecuada, relleno::kOzm, relleno::kOzmMayusculas);
     if (!CabeceraLegible(ruta, &cab)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
@@ -27,6 +41,49 @@ std::optional<Mensaje> ComprobarRaster(const std::string& ruta, const Cabecera& 
     if (n == 0) return MensajeMemoria(cab.filas, cab.columnas);
     if (static_cast<unsigned long long>(st.st_size) < n * AnchoMuestra(codigo))
         return Mensaje::Tabla(msg::kArchivoNoExiste);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> ComprobarEleccion(const Declaracion& d, int indice, const std::string& ruta, Cabecera& cab,
+                                         const std::vector<std::optional<Cabecera>>& previas) {
+    if (auto e = ComprobarFicheroEntrada(ruta, cab)) return e;
+    if (d.alElegir) return d.alElegir(indice, cab, previas);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> ComprobarFicheroDatos(const DeclEntrada& e, const std::string& ruta) {
+    if (!e.extensiones.empty()) {
+        const std::string ext = Extension(ruta);
+        bool buena = false;
+        for (const char* x : e.extensiones) buena = buena || ext == x;
+        if (!buena)
+            return Mensaje::Tabla(msg::kExtensionInadecuada, e.extensiones[0],
+                                  e.extensiones.size() > 1 ? e.extensiones[1] : e.extensiones[0]);
+    }
+    if (e.leer) return e.leer(ruta);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> ComprobarAceptar(const Declaracion& d, const Valores& v, const Elegidas& elegidas) {
+    for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+        const DeclEntrada& e = d.entradas[i];
+        const std::size_t n = e.clase == ClaseEntrada::Fichero
+                                  ? (i < elegidas.ficheros.size() ? elegidas.ficheros[i].size() : 0)
+                                  : (i < elegidas.cabeceras.size() ? elegidas.cabeceras[i].size() : 0);
+        if (n < static_cast<std::size_t>(e.minimo))
+            return Mensaje::Tabla(msg::kNoSeleccionadaEntrada, e.nombre,
+                                  e.clase == ClaseEntrada::Fichero ? relleno::kUnArchivo : relleno::kUnaImagen);
+        if (n > static_cast<std::size_t>(e.maximo)) return Mensaje::Tabla(msg::kNumeroBandas);
+    }
+    if (d.alAceptar) return d.alAceptar(v, elegidas);
+    return std::nullopt;
+}
+
+std::optional<Fallo> CargarEntrada(const std::string& ruta, const Cabecera& cab, CImagen& destino) {
+    if (auto e = ComprobarRaster(ruta, cab))
+        return Fallo{e->id == msg::kArchivoNoExiste ? ClaseFallo::Rechazo : ClaseFallo::Sistema, *e};
+    if (auto e = destino.Cargar(cab, ruta, 0, true))
+        return Fallo{e->id == msg::kArchivoNoExiste ? ClaseFallo::Rechazo : ClaseFallo::Sistema, *e};
     return std::nullopt;
 }
 
@@ -52,21 +109,61 @@ std::string TituloResultado(const Declaracion& d, const std::vector<const CImage
     return t;
 }
 
-Resultado Calcular(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
-                   Destino destino, std::function<void(double)> progreso) {
+std::vector<const CImagen*> EntradasCargadas::Todas() const {
+    std::vector<const CImagen*> t;
+    for (const auto& l : imagenes) t.insert(t.end(), l.begin(), l.end());
+    return t;
+}
+
+Resultado Calcular(const Declaracion& d, const EntradasCargadas& entradas, const Valores& v, Destino destino,
+                   Progreso& progreso) {
     Resultado r;
-    if (d.antesDeCalcular) {
-        if (auto e = d.antesDeCalcular(entradas, v)) {
-            r.error = e;
-            return r;
+    const std::vector<const CImagen*> todas = entradas.Todas();
+    try {
+        if (d.antesDeCalcular) {
+            if (auto e = d.antesDeCalcular(todas, v)) {
+                r.Rechazar(*e);
+                return r;
+            }
         }
+        Contexto ctx{todas, entradas.imagenes, entradas.ficheros, v, destino, progreso};
+        r = d.calcular(ctx);
+    } catch (const std::bad_alloc&) {
+        r = Resultado{};
+        r.FallarSistema(Mensaje::Libre(texto::kSinMemoriaOperacion));
+        return r;
+    } catch (const std::exception& e) {
+        r = Resultado{};
+        r.FallarSistema(Mensaje::Libre(std::string(texto::kOperacionFallida) + e.what()));
+        return r;
     }
-    Contexto ctx{entradas, v, destino, std::move(progreso)};
-    r = d.calcular(ctx);
-    if (r.error) return r;
-    if (!r.titulosPropios && !r.imagenes.empty()) r.imagenes[0].titulo = TituloResultado(d, entradas, v);
+    if (!r.fallo && progreso.Cancelado()) r.Cancelar();
+    if (r.fallo) return r;
+    if (!r.titulosPropios && !r.imagenes.empty()) r.imagenes[0].titulo = TituloResultado(d, todas, v);
     return r;
 }
+
+Resultado Calcular(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
+                   Destino destino, Progreso& progreso) {
+    EntradasCargadas e;
+    for (const auto* im : entradas) e.imagenes.push_back({im});
+    e.ficheros.resize(e.imagenes.size());
+    return Calcular(d, e, v, destino, progreso);
+}
+
+std::string RutaImagen(const Resultado& r, std::size_t i, const std::string& stem) {
+    const std::string final =
+        i < r.finales.size() ? r.finales[i] : (i == 0 ? std::string() : "_" + std::to_string(i + 1));
+    return stem + final + ".ozm";
+}
+
+std::string RutaInforme(const InformeTexto& inf, const std::string& stem) {
+    return inf.ruta.empty() ? stem + inf.final : inf.ruta;
+}
+
+std::string RutaGrafico(const Grafico& g, const std::string& stem) { return g.ruta.empty() ? stem + g.final : g.ruta; }
+
+void FijarEscritorGrafico(EscritorGrafico f) { Escritor() = f; }
 
 std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, std::vector<std::string>* escritos) {
     std::vector<std::string> hechos;
@@ -74,8 +171,8 @@ std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, 
         for (const auto& f : hechos) std::remove(f.c_str());
     };
     for (std::size_t i = 0; i < r.imagenes.size(); ++i) {
-        const std::string final = i == 0 ? "" : (i - 1 < r.finales.size() ? r.finales[i - 1] : "_" + std::to_string(i));
-        if (auto e = r.imagenes[i].Guardar(stem + final, 1)) {
+        const std::string ruta = RutaImagen(r, i, stem);
+        if (auto e = r.imagenes[i].Guardar(ruta.substr(0, ruta.size() - 4), 1)) {
             deshacer();
             return e;
         }
@@ -83,8 +180,16 @@ std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, 
         hechos.push_back(CambiarExtension(r.imagenes[i].rutaRaster, ".inf"));
     }
     for (const auto& inf : r.informes) {
-        const std::string ruta = stem + inf.final;
+        const std::string ruta = RutaInforme(inf, stem);
         if (!EscribirFicheroSeguro(ruta, Utf8ACp1252(inf.contenido))) {
+            deshacer();
+            return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+        }
+        hechos.push_back(ruta);
+    }
+    for (const auto& g : r.graficos) {
+        const std::string ruta = RutaGrafico(g, stem);
+        if (!Escritor() || !Escritor()(g, ruta)) {
             deshacer();
             return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
         }
@@ -94,60 +199,76 @@ std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, 
     return std::nullopt;
 }
 
-Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::string>& rutas, const Valores& v,
-                           const std::string& stem) {
+Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::vector<std::string>>& rutas,
+                           const std::vector<std::vector<std::string>>& ficheros, const Valores& v,
+                           const std::string& stem, Progreso& progreso) {
     Ejecucion ej;
-    std::vector<std::optional<Cabecera>> cabeceras(rutas.size());
-    for (std::size_t i = 0; i < rutas.size(); ++i) {
-        Cabecera cab;
-        if (auto e = ComprobarFicheroEntrada(rutas[i], cab)) {
-            ej.error = e;
-            return ej;
+    auto rechazo = [&](Mensaje m) {
+        ej.fallo = Fallo{ClaseFallo::Rechazo, std::move(m)};
+        return ej;
+    };
+    // Step 1, in declared order: images against those picked before them,
+    // files through their readers.
+    Elegidas elegidas;
+    elegidas.cabeceras.resize(d.entradas.size());
+    elegidas.ficheros.resize(d.entradas.size());
+    std::vector<std::optional<Cabecera>> previas;
+    std::vector<std::vector<std::string>> rutasImagen(d.entradas.size());
+    for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+        const DeclEntrada& e = d.entradas[i];
+        if (e.clase == ClaseEntrada::Fichero) {
+            if (i < ficheros.size())
+                for (const auto& f : ficheros[i]) {
+                    if (auto m = ComprobarFicheroDatos(e, f)) return rechazo(*m);
+                    elegidas.ficheros[i].push_back(f);
+                }
+            continue;
         }
-        if (d.alElegir) {
-            if (auto e = d.alElegir(static_cast<int>(i), cab, cabeceras)) {
-                ej.error = e;
+        if (i >= rutas.size()) continue;
+        for (const auto& ruta : rutas[i]) {
+            Cabecera cab;
+            if (auto m = ComprobarEleccion(d, static_cast<int>(previas.size()), ruta, cab, previas)) return rechazo(*m);
+            previas.push_back(cab);
+            elegidas.cabeceras[i].push_back(cab);
+            rutasImagen[i].push_back(ruta);
+        }
+    }
+    // Step 2.
+    if (auto m = ComprobarAceptar(d, v, elegidas)) return rechazo(*m);
+    // Step 3.
+    std::vector<std::vector<CImagen>> locales(d.entradas.size());
+    EntradasCargadas cargadas;
+    cargadas.imagenes.resize(d.entradas.size());
+    cargadas.ficheros = elegidas.ficheros;
+    for (std::size_t i = 0; i < d.entradas.size(); ++i) {
+        locales[i].resize(rutasImagen[i].size());
+        for (std::size_t k = 0; k < rutasImagen[i].size(); ++k) {
+            if (auto f = CargarEntrada(rutasImagen[i][k], elegidas.cabeceras[i][k], locales[i][k])) {
+                ej.fallo = f;
                 return ej;
             }
-        }
-        cabeceras[i] = cab;
-    }
-    if (d.alAceptar) {
-        if (auto e = d.alAceptar(v)) {
-            ej.error = e;
-            return ej;
+            cargadas.imagenes[i].push_back(&locales[i][k]);
         }
     }
-    std::vector<CImagen> imagenes(rutas.size());
-    std::vector<const CImagen*> punteros;
-    for (std::size_t i = 0; i < rutas.size(); ++i) {
-        if (auto e = ComprobarRaster(rutas[i], *cabeceras[i])) {
-            ej.error = e;
-            ej.falloSistema = e->id == 0;
-            return ej;
-        }
-        if (auto e = imagenes[i].Cargar(*cabeceras[i], rutas[i], 0, true)) {
-            ej.error = e;
-            ej.falloSistema = e->id == 0;
-            return ej;
-        }
-        punteros.push_back(&imagenes[i]);
-    }
-    Resultado r = Calcular(d, punteros, v, Destino::Fichero);
+    // Step 4.
+    Resultado r = Calcular(d, cargadas, v, Destino::Fichero, progreso);
     ej.avisos = r.avisos;
-    ej.consola = r.consola;
-    if (r.error) {
-        ej.error = r.error;
-        // A plain sentence (memory that cannot be had) is a failure of the
-        // system, not a refusal of the table.
-        ej.falloSistema = r.error->id == 0;
+    if (r.fallo) {
+        ej.fallo = r.fallo;
         return ej;
     }
-    if (auto e = EscribirResultado(r, stem, &ej.escritos)) {
-        ej.error = e;
-        ej.falloSistema = true;
-    }
+    ej.consola = r.consola;
+    // Step 5.
+    if (auto e = EscribirResultado(r, stem, &ej.escritos)) ej.fallo = Fallo{ClaseFallo::Sistema, *e};
     return ej;
+}
+
+Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::string>& entradas, const Valores& v,
+                           const std::string& stem, Progreso& progreso) {
+    std::vector<std::vector<std::string>> rutas;
+    for (const auto& e : entradas) rutas.push_back({e});
+    rutas.resize(d.entradas.size());
+    return EjecutarAFichero(d, rutas, std::vector<std::vector<std::string>>(d.entradas.size()), v, stem, progreso);
 }
 
 }  // namespace orvela

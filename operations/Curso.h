@@ -1,7 +1,18 @@
-// The common course of an operation, without any window: the checks of a
-// picked file, the checks of "Aceptar", loading, computing, naming and
-// writing the result. The desktop runs these steps around its dialogs;
-// orvela-cli runs them one after the other.
+// The run sequence of an operation, without any window. Its steps, in order:
+//
+//   1. a file picked for an input: ComprobarEleccion (images: extension and
+//      header, then the operation's own check) or ComprobarFicheroDatos
+//      (other files: extension, then the reader's check);
+//   2. "Aceptar": ComprobarAceptar (number of files of each list, then the
+//      operation's own checks);
+//   3. loading the picked images: CargarEntrada;
+//   4. the handler's checks, computing and naming: Calcular;
+//   5. writing under the chosen stem: EscribirResultado.
+//
+// The desktop runs these steps around its dialogs and windows; orvela-cli
+// runs them one after the other (EjecutarAFichero). A refusal (a message of
+// the table), a failure of the system and a cancel are told apart by
+// `Fallo::clase`, never by the message id.
 #pragma once
 
 #include <optional>
@@ -18,6 +29,23 @@ std::optional<Mensaje> ComprobarFicheroEntrada(const std::string& ruta, Cabecera
 // The raster is there and holds what its header says (61284).
 std::optional<Mensaje> ComprobarRaster(const std::string& ruta, const Cabecera& cab);
 
+// Step 1 for an image: the file checks, then the operation's check of the
+// picked header against those picked before it (`previas`, every image
+// input in order, lists expanded). `indice` counts images the same way.
+std::optional<Mensaje> ComprobarEleccion(const Declaracion& d, int indice, const std::string& ruta, Cabecera& cab,
+                                         const std::vector<std::optional<Cabecera>>& previas);
+// Step 1 for a file that is not an image: its extension among the declared
+// ones (61217 with the first two), then its reader.
+std::optional<Mensaje> ComprobarFicheroDatos(const DeclEntrada& e, const std::string& ruta);
+
+// Step 2: each list holds at least its minimum (61219 with the input's
+// name) and at most its maximum, then the operation's own checks.
+std::optional<Mensaje> ComprobarAceptar(const Declaracion& d, const Valores& v, const Elegidas& elegidas);
+
+// Step 3: a picked image read into `destino` (61284 for a missing or short
+// raster, a plain sentence when memory cannot hold it).
+std::optional<Fallo> CargarEntrada(const std::string& ruta, const Cabecera& cab, CImagen& destino);
+
 // A save name as the save dialog keeps it: when the name has an extension,
 // the last four characters of the path are removed.
 std::string QuitarExtensionGuardar(const std::string& ruta);
@@ -27,30 +55,53 @@ std::string TituloFichero(const std::string& ruta);
 // Title of the result: first input's title + suffix (+ second input's title).
 std::string TituloResultado(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v);
 
-// Runs the computing function with the handler checks before it and names
-// the result images.
-Resultado Calcular(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
-                   Destino destino, std::function<void(double)> progreso = {});
+// Image inputs and file inputs of one run, by declared input.
+struct EntradasCargadas {
+    std::vector<std::vector<const CImagen*>> imagenes;
+    std::vector<std::vector<std::string>> ficheros;
+    std::vector<const CImagen*> Todas() const;
+};
 
-// Writes the result images and reports under `stem` (raster stem + ".ozm",
-// later images stem + their ending, reports stem + their ending). Nothing is
-// left half written: on a failure the files written by this call are removed.
-std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, std::vector<std::string>* escritos = nullptr);
+// Step 4: the handler's checks, the computing function and the naming of the
+// results. Memory exhausted and unexpected errors become failures of the
+// system; a cancel during the computation gives the cancelled result.
+Resultado Calcular(const Declaracion& d, const EntradasCargadas& entradas, const Valores& v, Destino destino,
+                   Progreso& progreso = SinProgreso());
+// Only image inputs, one per declared input (the first family's shape).
+Resultado Calcular(const Declaracion& d, const std::vector<const CImagen*>& entradas, const Valores& v,
+                   Destino destino, Progreso& progreso = SinProgreso());
+
+// Path of each file that EscribirResultado writes under `stem`, in order:
+// images (raster path), reports, charts.
+std::string RutaImagen(const Resultado& r, std::size_t i, const std::string& stem);
+std::string RutaInforme(const InformeTexto& inf, const std::string& stem);
+std::string RutaGrafico(const Grafico& g, const std::string& stem);
+
+// Writes a chart as a picture (set by the picture writer at start-up; none
+// in a build without it). Returns false when the file cannot be written.
+using EscritorGrafico = bool (*)(const Grafico& g, const std::string& ruta);
+void FijarEscritorGrafico(EscritorGrafico f);
+
+// Step 5: writes the result images, reports and charts under `stem` (the
+// first image as stem + ".ozm" unless it has an ending). Nothing is left half
+// written: on a failure the files written by this call are removed.
+std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem,
+                                         std::vector<std::string>* escritos = nullptr);
 
 struct Ejecucion {
-    std::optional<Mensaje> error;
-    // The error is a failure of the system (a file that cannot be written,
-    // memory), not a refusal of the operation.
-    bool falloSistema = false;
+    std::optional<Fallo> fallo;
     std::vector<Mensaje> avisos;
     std::vector<std::string> escritos;
     std::string consola;
 };
 
-// The whole course with file inputs and "Guardar como" output, as orvela-cli
-// runs it: each input picked in order (file checks, then the operation's
-// own), "Aceptar" checks, loading, handler checks, computing, writing.
+// What orvela-cli gives for one run: every input a file, the output written
+// under `stem`. `imagenes` and `ficheros` by declared input.
+Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::vector<std::string>>& imagenes,
+                           const std::vector<std::vector<std::string>>& ficheros, const Valores& v,
+                           const std::string& stem, Progreso& progreso = SinProgreso());
+// Only image inputs, one per declared input.
 Ejecucion EjecutarAFichero(const Declaracion& d, const std::vector<std::string>& entradas, const Valores& v,
-                           const std::string& stem);
+                           const std::string& stem, Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

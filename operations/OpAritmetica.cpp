@@ -8,6 +8,8 @@ namespace orvela {
 
 namespace {
 
+const Clave kOperacion{"operacion"};
+
 const Declaracion kAritmetica = [] {
     Declaracion d;
     d.idComando = 32780;
@@ -18,7 +20,7 @@ const Declaracion kAritmetica = [] {
     d.grupoEntrada = "Nombres de las imágenes de entrada";
     d.entradas = {{"&Seleccionar primera", relleno::kLaPrimeraImagen, false},
                   {"S&eleccionar segunda", relleno::kLaSegundaImagen, false}};
-    d.campos = {{.clave = Clave::Operacion,
+    d.campos = {{.clave = &kOperacion,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Operaciones",
                  .opcionCli = "--op",
@@ -38,7 +40,7 @@ const Declaracion kAritmetica = [] {
     d.calcular = [](const Contexto& c) {
         const CImagen& a = *c.entradas[0];
         const CImagen& b = *c.entradas[1];
-        const auto op = static_cast<OperacionAritmetica>(c.valores.Entero(Clave::Operacion));
+        const auto op = static_cast<OperacionAritmetica>(c.valores.Entero(kOperacion));
         Resultado r = UnaSalida(c, kDouble, [&](CImagen& salida) -> std::optional<Mensaje> {
             GeorreferenciaDelPar(a, b, salida);
             const auto estado = OperarAritmetica(op, a.pixeles, b.pixeles, salida.pixeles);
@@ -48,12 +50,12 @@ const Declaracion kAritmetica = [] {
             return Mensaje::Tabla(c.destino == Destino::Ventana ? msg::kDivisionCeroVentana
                                                                 : msg::kDivisionCeroFichero);
         });
-        if (r.error && r.error->id == msg::kDivisionCeroVentana) r.entradaEnVentana = 1;
+        if (r.Error() && r.Error()->id == msg::kDivisionCeroVentana) r.entradaEnVentana = 1;
         return r;
     };
     // The suffix of the normalised difference names the operands the other
     // way round from its formula; both are as the users know them.
-    d.sufijo = SufijoSegun(Clave::Operacion, {"_Sumada_Con_", "_Menos_", "_Multiplicada_Por_", "_Dividida_Entre_",
+    d.sufijo = SufijoSegun(kOperacion, {"_Sumada_Con_", "_Menos_", "_Multiplicada_Por_", "_Dividida_Entre_",
                                               "_Suma_Entre_Diferencia_Con_", "_Superpuesta_A_"});
     d.tituloConSegunda = true;
     return d;

@@ -8,7 +8,13 @@ namespace orvela {
 
 namespace {
 
-bool ConRango(const Valores& v) { return v.Entero(Clave::Metodo) == static_cast<int>(MetodoContraste::RangoInteractivo); }
+const Clave kMetodo{"metodo"};
+const Clave kNdMaximo{"nd_maximo"};
+const Clave kNdMinimo{"nd_minimo"};
+const Clave kNvMaximo{"nv_maximo"};
+const Clave kNvMinimo{"nv_minimo"};
+
+bool ConRango(const Valores& v) { return v.Entero(kMetodo) == static_cast<int>(MetodoContraste::RangoInteractivo); }
 
 const Declaracion kContraste = [] {
     Declaracion d;
@@ -18,7 +24,7 @@ const Declaracion kContraste = [] {
     d.resumen = "Expande el contraste: lineal (media ± 2 desviaciones), ecualización del histograma o rango de ND.";
     d.paginaAyuda = "contraste";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
-    d.campos = {{.clave = Clave::Metodo,
+    d.campos = {{.clave = &kMetodo,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Método",
                  .opcionCli = "--metodo",
@@ -28,7 +34,7 @@ const Declaracion kContraste = [] {
                  .porDefecto = 0,
                  .obligatorio = true,
                  .ayudaCli = "método de expansión"},
-                {.clave = Clave::NdMaximo,
+                {.clave = &kNdMaximo,
                  .tipo = TipoCampo::Entero,
                  .grupo = "Definición del Rango",
                  .etiqueta = "Máximo",
@@ -37,7 +43,7 @@ const Declaracion kContraste = [] {
                  .obligatorio = true,
                  .aplica = ConRango,
                  .ayudaCli = "ND máximo del rango (con 'rango')"},
-                {.clave = Clave::NdMinimo,
+                {.clave = &kNdMinimo,
                  .tipo = TipoCampo::Entero,
                  .grupo = "Definición del Rango",
                  .etiqueta = "Mínimo",
@@ -46,37 +52,39 @@ const Declaracion kContraste = [] {
                  .obligatorio = true,
                  .aplica = ConRango,
                  .ayudaCli = "ND mínimo del rango (con 'rango')"},
-                {.clave = Clave::NvMaximo,
+                {.clave = &kNvMaximo,
                  .tipo = TipoCampo::Entero,
                  .grupo = "Rango de NV para las Expansiones Lineales",
                  .etiqueta = "Máximo",
                  .opcionCli = "--nv-max",
                  .porDefecto = 255,
                  .ayudaCli = "NV máximo de salida (por defecto 255)"},
-                {.clave = Clave::NvMinimo,
+                {.clave = &kNvMinimo,
                  .tipo = TipoCampo::Entero,
                  .grupo = "Rango de NV para las Expansiones Lineales",
                  .etiqueta = "Mínimo",
                  .opcionCli = "--nv-min",
                  .porDefecto = 0,
                  .ayudaCli = "NV mínimo de salida (por defecto 0)"}};
-    d.alAceptar = [](const Valores& v) -> std::optional<Mensaje> {
+    d.alAceptar = SoloValores([](const Valores& v) -> std::optional<Mensaje> {
         // The output range is checked for every method, equalisation included.
-        const double nvMin = v.Numero(Clave::NvMinimo), nvMax = v.Numero(Clave::NvMaximo);
+        const double nvMin = v.Numero(kNvMinimo), nvMax = v.Numero(kNvMaximo);
         if (!(nvMin >= 0 && nvMin < nvMax && nvMax < 256)) return Mensaje::Tabla(msg::kRangoNv);
         if (ConRango(v)) {
-            const double ndMin = v.Numero(Clave::NdMinimo), ndMax = v.Numero(Clave::NdMaximo);
+            const double ndMin = v.Numero(kNdMinimo), ndMax = v.Numero(kNdMaximo);
             if (!(ndMin >= 0 && ndMin < ndMax)) return Mensaje::Tabla(msg::kRangoNd);
         }
         return std::nullopt;
-    };
+    });
     d.calcular = [](const Contexto& c) {
         ParametrosContraste p;
-        p.metodo = static_cast<MetodoContraste>(c.valores.Entero(Clave::Metodo));
-        p.ndMaximo = c.valores.Numero(Clave::NdMaximo);
-        p.ndMinimo = c.valores.Numero(Clave::NdMinimo);
-        p.nvMaximo = c.valores.Numero(Clave::NvMaximo);
-        p.nvMinimo = c.valores.Numero(Clave::NvMinimo);
+        p.metodo = static_cast<MetodoContraste>(c.valores.Entero(kMetodo));
+        if (p.metodo == MetodoContraste::RangoInteractivo) {
+            p.ndMaximo = c.valores.Numero(kNdMaximo);
+            p.ndMinimo = c.valores.Numero(kNdMinimo);
+        }
+        p.nvMaximo = c.valores.Numero(kNvMaximo);
+        p.nvMinimo = c.valores.Numero(kNvMinimo);
         return UnaSalida(c, 0,
                          [&](CImagen& salida) { return ExpandirContraste(c.entradas[0]->pixeles, salida.pixeles, p); });
     };

@@ -8,9 +8,11 @@ namespace orvela {
 
 namespace {
 
+const Clave kTipoDestino{"tipo_destino"};
+
 const std::vector<Opcion> kTipos = {{"byte", "byte"}, {"integer", "integer"}, {"real", "real"}, {"double", "double"}};
 
-int CodigoElegido(const Valores& v) { return CodigoDeNombre(kTipos.at(static_cast<std::size_t>(v.Entero(Clave::TipoDestino))).palabra); }
+int CodigoElegido(const Valores& v) { return CodigoDeNombre(kTipos.at(static_cast<std::size_t>(v.Entero(kTipoDestino))).palabra); }
 
 const Declaracion kConvertir = [] {
     Declaracion d;
@@ -20,7 +22,7 @@ const Declaracion kConvertir = [] {
     d.resumen = "Convierte la imagen a otro tipo de dato.";
     d.paginaAyuda = "convertir";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
-    d.campos = {{.clave = Clave::TipoDestino,
+    d.campos = {{.clave = &kTipoDestino,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Tipo de dato de salida",
                  .opcionCli = "--tipo",
@@ -37,7 +39,7 @@ const Declaracion kConvertir = [] {
             perdida = ConvertirTipo(c.entradas[0]->pixeles, salida.pixeles);
             return true;
         });
-        if (perdida && !r.error) r.avisos.push_back(Mensaje::Tabla(msg::kPerdidaPrecision));
+        if (perdida && !r.fallo) r.avisos.push_back(Mensaje::Tabla(msg::kPerdidaPrecision));
         return r;
     };
     d.sufijo = SufijoFijo("_Convertida_De_Tipo_De_Dato");

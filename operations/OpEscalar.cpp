@@ -7,6 +7,9 @@ namespace orvela {
 
 namespace {
 
+const Clave kValorEscalar{"escalar"};
+const Clave kOperacion{"operacion"};
+
 const Declaracion kEscalar = [] {
     Declaracion d;
     d.idComando = 32781;
@@ -15,7 +18,7 @@ const Declaracion kEscalar = [] {
     d.resumen = "Suma, resta, multiplica o divide la imagen por un escalar mayor que cero.";
     d.paginaAyuda = "escalar";
     d.entradas = {{"&Seleccionar ", relleno::kNingunaImagen, true}};
-    d.campos = {{.clave = Clave::Escalar,
+    d.campos = {{.clave = &kValorEscalar,
                  .tipo = TipoCampo::Real,
                  .grupo = "Valor del Escalar",
                  .etiqueta = "Establecer",
@@ -23,7 +26,7 @@ const Declaracion kEscalar = [] {
                  .porDefecto = 1.0,
                  .obligatorio = true,
                  .ayudaCli = "el escalar, mayor que cero"},
-                {.clave = Clave::Operacion,
+                {.clave = &kOperacion,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Operaciones",
                  .opcionCli = "--op",
@@ -33,16 +36,16 @@ const Declaracion kEscalar = [] {
                               {"Imagen / Escalar", "cociente"}},
                  .obligatorio = true,
                  .ayudaCli = "operación de la imagen con el escalar"}};
-    d.alAceptar = [](const Valores& v) -> std::optional<Mensaje> {
+    d.alAceptar = SoloValores([](const Valores& v) -> std::optional<Mensaje> {
         // Zero and negative scalars are refused for the four operations.
-        if (!(v.Numero(Clave::Escalar) > 0.0))
+        if (!(v.Numero(kValorEscalar) > 0.0))
             return Mensaje::Tabla(msg::kNoSeleccionadaEntrada, "un valor correcto para el escalar", "un valor >0");
         return std::nullopt;
-    };
+    });
     d.calcular = [](const Contexto& c) {
-        const auto op = static_cast<OperacionEscalar>(c.valores.Entero(Clave::Operacion));
+        const auto op = static_cast<OperacionEscalar>(c.valores.Entero(kOperacion));
         return UnaSalida(c, kDouble, [&](CImagen& salida) {
-            return OperarConEscalar(op, c.entradas[0]->pixeles, c.valores.Numero(Clave::Escalar), salida.pixeles);
+            return OperarConEscalar(op, c.entradas[0]->pixeles, c.valores.Numero(kValorEscalar), salida.pixeles);
         });
     };
     // No suffix: the result keeps the input's title.

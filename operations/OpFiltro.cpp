@@ -14,6 +14,13 @@ namespace orvela {
 
 namespace {
 
+const Clave kCoeficientes{"coeficientes"};
+const Clave kTamano{"tamano"};
+const Clave kTipoFiltro{"tipo_filtro"};
+const Clave kVarianteDireccional{"variante_direccional"};
+const Clave kVariantePasoAlto{"variante_paso_alto"};
+const Clave kVariantePasoBajo{"variante_paso_bajo"};
+
 // Filter indices, in the order of the dialog.
 enum TipoFiltro { kMedia, kMediana, kModa, kMaximo, kMinimo, kPasoAlto, kPasoBajo, kDireccional, kPersonalizado };
 
@@ -32,20 +39,20 @@ const std::vector<Opcion> kDirecciones = {
     {"N (norte)", "n"},     {"S (sur)", "s"},         {"E (este)", "e"},       {"W (oeste)", "w"},
     {"NE (noreste)", "ne"}, {"NW (noroeste)", "nw"}, {"SE (sureste)", "se"}, {"SW (suroeste)", "sw"}};
 
-int Tipo(const Valores& v) { return v.Entero(Clave::TipoFiltro); }
+int Tipo(const Valores& v) { return v.Entero(kTipoFiltro); }
 // Side of the window: 3, 5 or 7.
-int Lado(const Valores& v) { return 3 + 2 * v.Entero(Clave::Tamano); }
+int Lado(const Valores& v) { return 3 + 2 * v.Entero(kTamano); }
 
 Campo Coeficientes(int tamano, const char* subdialogo) {
     const int lado = 3 + 2 * tamano;
-    return {.clave = Clave::Coeficientes,
+    return {.clave = &kCoeficientes,
             .tipo = TipoCampo::ListaReales,
             .etiqueta = "Introduzca los coeficientes del filtro:",
             .opcionCli = "--coeficientes",
             .obligatorio = true,
             .subdialogo = subdialogo,
             .aplica = [tamano](const Valores& v) {
-                return Tipo(v) == kPersonalizado && v.Entero(Clave::Tamano) == tamano;
+                return Tipo(v) == kPersonalizado && v.Entero(kTamano) == tamano;
             },
             .cantidad = [lado](const Valores&) { return lado * lado; },
             .ayudaCli = "coeficientes en orden de filas, 9, 25 o 49 según el tamaño; obligatorios con --tipo personalizado"};
@@ -60,21 +67,21 @@ const Declaracion kFiltro = [] {
     d.paginaAyuda = "filtro";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
     d.campos = {
-        {.clave = Clave::Tamano,
+        {.clave = &kTamano,
          .tipo = TipoCampo::Eleccion,
          .grupo = "Tamaño del filtro",
          .opcionCli = "--tamano",
          .opciones = kTamanos,
          .porDefecto = 0,
          .ayudaCli = "tamaño de la ventana (por defecto 3)"},
-        {.clave = Clave::TipoFiltro,
+        {.clave = &kTipoFiltro,
          .tipo = TipoCampo::Eleccion,
          .grupo = "Tipo de filtro",
          .opcionCli = "--tipo",
          .opciones = kTipos,
          .obligatorio = true,
          .ayudaCli = "tipo de filtro"},
-        {.clave = Clave::VariantePasoAlto,
+        {.clave = &kVariantePasoAlto,
          .tipo = TipoCampo::Eleccion,
          .opcionCli = "--variante",
          .opciones = kVariantesPasoAlto,
@@ -83,14 +90,14 @@ const Declaracion kFiltro = [] {
          .aplica = [](const Valores& v) { return Tipo(v) == kPasoAlto; },
          .ayudaCli = "variante: laplaciano9 o laplaciano5 (paso-alto), promedio, ponderado1 o ponderado2 "
                      "(paso-bajo), n, s, e, w, ne, nw, se o sw (direccional)"},
-        {.clave = Clave::VariantePasoBajo,
+        {.clave = &kVariantePasoBajo,
          .tipo = TipoCampo::Eleccion,
          .opcionCli = "--variante",
          .opciones = kVariantesPasoBajo,
          .porDefecto = 0,
          .subdialogo = "Filtro Paso Bajo",
          .aplica = [](const Valores& v) { return Tipo(v) == kPasoBajo; }},
-        {.clave = Clave::VarianteDireccional,
+        {.clave = &kVarianteDireccional,
          .tipo = TipoCampo::Eleccion,
          .opcionCli = "--variante",
          .opciones = kDirecciones,
@@ -101,30 +108,30 @@ const Declaracion kFiltro = [] {
         Coeficientes(1, "Filtro Personalizado 5 x 5"),
         Coeficientes(2, "Filtro Personalizado 7 x 7"),
     };
-    d.alAceptar = [](const Valores& v) -> std::optional<Mensaje> {
+    d.alAceptar = SoloValores([](const Valores& v) -> std::optional<Mensaje> {
         if (Tipo(v) == kDireccional && Lado(v) != 3) return Mensaje::Tabla(msg::kDireccionalTamano);
         return std::nullopt;
-    };
+    });
     d.calcular = [](const Contexto& c) {
         Resultado r;
         const CImagen& e = *c.entradas[0];
         const Valores& v = c.valores;
         if (!CodigoValido(e.tipoDato)) {
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
+            r.Rechazar(Mensaje::Tabla(msg::kTipoNoReconocido));
             return r;
         }
         const int k = Lado(v);
         if (Tipo(v) == kDireccional && k != 3) {
-            r.error = Mensaje::Tabla(msg::kDireccionalTamano);
+            r.Rechazar(Mensaje::Tabla(msg::kDireccionalTamano));
             return r;
         }
-        if (Tipo(v) == kPersonalizado && v.Lista(Clave::Coeficientes).size() != static_cast<std::size_t>(k * k)) {
-            r.error = Mensaje::Libre("El número de coeficientes del filtro no corresponde al tamaño de la ventana.");
+        if (Tipo(v) == kPersonalizado && v.Lista(kCoeficientes).size() != static_cast<std::size_t>(k * k)) {
+            r.Rechazar(Mensaje::Libre(texto::kCoeficientesFiltro));
             return r;
         }
         CImagen salida;
         if (auto error = salida.CopiarCabecera(e)) {
-            r.error = error;
+            r.FallarSistema(*error);
             return r;
         }
         const Muestras& in = e.pixeles;
@@ -138,27 +145,27 @@ const Declaracion kFiltro = [] {
             case kMaximo: hecho = FiltroMaximo(in, filas, columnas, k, out); break;
             case kMinimo: hecho = FiltroMinimo(in, filas, columnas, k, out); break;
             case kPasoAlto:
-                hecho = FiltroPasoAlto(in, filas, columnas, k, static_cast<PasoAlto>(v.Entero(Clave::VariantePasoAlto)), out);
+                hecho = FiltroPasoAlto(in, filas, columnas, k, static_cast<PasoAlto>(v.Entero(kVariantePasoAlto)), out);
                 break;
             case kPasoBajo:
-                hecho = FiltroPasoBajo(in, filas, columnas, k, static_cast<PasoBajo>(v.Entero(Clave::VariantePasoBajo)), out);
+                hecho = FiltroPasoBajo(in, filas, columnas, k, static_cast<PasoBajo>(v.Entero(kVariantePasoBajo)), out);
                 break;
             case kDireccional:
-                hecho = FiltroDireccional(in, filas, columnas, static_cast<Direccion>(v.Entero(Clave::VarianteDireccional)), out);
+                hecho = FiltroDireccional(in, filas, columnas, static_cast<Direccion>(v.Entero(kVarianteDireccional)), out);
                 break;
             case kPersonalizado:
-                hecho = FiltroPersonalizado(in, filas, columnas, k, v.Lista(Clave::Coeficientes), out);
+                hecho = FiltroPersonalizado(in, filas, columnas, k, v.Lista(kCoeficientes), out);
                 break;
             default: break;
         }
         if (!hecho) {
-            r.error = Mensaje::Tabla(msg::kTipoNoReconocido);
+            r.Rechazar(Mensaje::Tabla(msg::kTipoNoReconocido));
             return r;
         }
         r.imagenes.push_back(std::move(salida));
         return r;
     };
-    d.sufijo = SufijoSegun(Clave::TipoFiltro,
+    d.sufijo = SufijoSegun(kTipoFiltro,
                            {"_Filtrado_de_Media", "_Filtrado_Mediana", "_Filtrado_de_Moda", "_Filtrado_Máximo",
                             "_Filtrado_Mínimo", "_Filtrado_Paso_alto", "_Filtrado_Paso_bajo", "_Filtrado_Direccional",
                             "_Filtrado_Personalizado"});

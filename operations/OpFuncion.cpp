@@ -8,6 +8,8 @@ namespace orvela {
 
 namespace {
 
+const Clave kOperacion{"operacion"};
+
 const Declaracion kFuncion = [] {
     Declaracion d;
     d.idComando = 32860;
@@ -16,7 +18,7 @@ const Declaracion kFuncion = [] {
     d.resumen = "Aplica una función (cuadrado, raíz, logaritmo, exponencial, seno, coseno, tangente, valor absoluto).";
     d.paginaAyuda = "funcion";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
-    d.campos = {{.clave = Clave::Operacion,
+    d.campos = {{.clave = &kOperacion,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Operaciones",
                  .opcionCli = "--op",
@@ -31,7 +33,7 @@ const Declaracion kFuncion = [] {
                  .obligatorio = true,
                  .ayudaCli = "función que se aplica a cada ND (ángulos en radianes)"}};
     d.antesDeCalcular = [](const std::vector<const CImagen*>& e, const Valores& v) -> std::optional<Mensaje> {
-        const auto f = static_cast<Funcion>(v.Entero(Clave::Operacion));
+        const auto f = static_cast<Funcion>(v.Entero(kOperacion));
         if (f != Funcion::RaizCuadrada && f != Funcion::LogNeperiano) return std::nullopt;
         // The domain is checked with the image minimum. Byte and integer
         // samples cannot be negative: their square root is never checked.
@@ -44,11 +46,11 @@ const Declaracion kFuncion = [] {
         return std::nullopt;
     };
     d.calcular = [](const Contexto& c) {
-        const auto f = static_cast<Funcion>(c.valores.Entero(Clave::Operacion));
+        const auto f = static_cast<Funcion>(c.valores.Entero(kOperacion));
         return UnaSalida(c, kDouble,
                          [&](CImagen& salida) { return AplicarFuncion(f, c.entradas[0]->pixeles, salida.pixeles); });
     };
-    d.sufijo = SufijoSegun(Clave::Operacion,
+    d.sufijo = SufijoSegun(kOperacion,
                            {"_^2", "_sqrt", "_ln", "_exp", "_seno", "_coseno", "_tangente", "_valor_absoluto"});
     return d;
 }();

@@ -8,6 +8,8 @@ namespace orvela {
 
 namespace {
 
+const Clave kOperacion{"operacion"};
+
 bool TipoReal(int codigo) { return codigo == kReal || codigo == kDouble; }
 
 const Declaracion kLogica = [] {
@@ -20,7 +22,7 @@ const Declaracion kLogica = [] {
     d.grupoEntrada = "Nombres de las imágenes de entrada";
     d.entradas = {{"&Seleccionar Primera", relleno::kLaPrimeraImagen, false},
                   {"S&eleccionar Segunda", relleno::kLaSegundaImagen, false}};
-    d.campos = {{.clave = Clave::Operacion,
+    d.campos = {{.clave = &kOperacion,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Operaciones",
                  .opcionCli = "--op",
@@ -41,13 +43,13 @@ const Declaracion kLogica = [] {
     d.calcular = [](const Contexto& c) {
         const CImagen& a = *c.entradas[0];
         const CImagen& b = *c.entradas[1];
-        const auto op = static_cast<OperacionLogica>(c.valores.Entero(Clave::Operacion));
+        const auto op = static_cast<OperacionLogica>(c.valores.Entero(kOperacion));
         return UnaSalida(c, 0, [&](CImagen& salida) {
             GeorreferenciaDelPar(a, b, salida);
             return OperarLogica(op, a.pixeles, b.pixeles, salida.pixeles);
         });
     };
-    d.sufijo = SufijoSegun(Clave::Operacion, {"_And_", "_Or_", "_Xor_"});
+    d.sufijo = SufijoSegun(kOperacion, {"_And_", "_Or_", "_Xor_"});
     d.tituloConSegunda = true;
     return d;
 }();

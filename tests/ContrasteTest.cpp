@@ -16,8 +16,8 @@ enum { kLineal, kEcualizacion, kRango };
 Resultado Contraste(const CImagen& a, int metodo, double nvMin = 0, double nvMax = 255, double ndMin = 0,
                     double ndMax = 255) {
     return Operar("contraste", {&a},
-                  Con({{Clave::Metodo, metodo}, {Clave::NvMinimo, nvMin}, {Clave::NvMaximo, nvMax},
-                       {Clave::NdMinimo, ndMin}, {Clave::NdMaximo, ndMax}}));
+                  Con("contraste", {{"metodo", metodo}, {"nv_minimo", nvMin}, {"nv_maximo", nvMax},
+                                   {"nd_minimo", ndMin}, {"nd_maximo", ndMax}}));
 }
 
 template <class... A> std::vector<double> Expandir(const CImagen& a, int metodo, A... rangos) {
@@ -109,8 +109,8 @@ TEST(Contraste, EcualizacionDelHistograma) {
 TEST(Contraste, ComprobacionesEnSuOrdenYLineaDeOrdenes) {
     const Declaracion& d = *BuscarPorOrden("contraste");
     auto comprobar = [&](int metodo, double nvMin, double nvMax, double ndMin, double ndMax) {
-        return d.alAceptar(Con({{Clave::Metodo, metodo}, {Clave::NvMinimo, nvMin}, {Clave::NvMaximo, nvMax},
-                                {Clave::NdMinimo, ndMin}, {Clave::NdMaximo, ndMax}}))
+        return d.alAceptar(Con("contraste", {{"metodo", metodo}, {"nv_minimo", nvMin}, {"nv_maximo", nvMax},
+                                             {"nd_minimo", ndMin}, {"nd_maximo", ndMax}}), {})
             .value_or(Mensaje{})
             .id;
     };

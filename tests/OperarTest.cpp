@@ -12,14 +12,14 @@ namespace {
 enum { kSuma, kResta, kProducto, kCociente, kNormalizada, kSuperposicion };
 
 Resultado Dos(const char* orden, int op, const CImagen& a, const CImagen& b, Destino d = Destino::Fichero) {
-    return Operar(orden, {&a, &b}, Con({{Clave::Operacion, op}}), d);
+    return Operar(orden, {&a, &b}, Con(orden, {{"operacion", op}}), d);
 }
 std::vector<double> Aritmetica(int op, const CImagen& a, const CImagen& b) {
     const Resultado r = Dos("aritmetica", op, a, b);
     EXPECT_EQ(r.imagenes.empty() ? 0 : r.imagenes[0].tipoDato, kDouble);
     return Resultante(r);
 }
-Resultado Funcion(const CImagen& a, int op) { return Operar("funcion", {&a}, Con({{Clave::Operacion, op}})); }
+Resultado Funcion(const CImagen& a, int op) { return Operar("funcion", {&a}, Con("funcion", {{"operacion", op}})); }
 // The header of a 3-row image as a file picker reads it.
 Cabecera Cab(const char* tipo, int columnas = 3) { return {"a", tipo, "binary", columnas, 3, "UTM-30N", "m", {}}; }
 const std::optional<Cabecera> nada;
@@ -67,18 +67,18 @@ TEST(Aritmetica, UnSoloCeroDetieneElCociente) {
         const CImagen a = Imagen(codigo, 50, 100, va), b = Imagen(codigo, 50, 100, vb), c = Imagen(codigo, 50, 100, vc);
         for (auto [op, y] : {std::pair{kCociente, &b}, {kNormalizada, &c}}) {
             const Resultado fichero = Dos("aritmetica", op, a, *y);
-            EXPECT_EQ(fichero.error, Mensaje::Tabla(msg::kDivisionCeroFichero));
+            EXPECT_EQ(fichero.Motivo(), Mensaje::Tabla(msg::kDivisionCeroFichero));
             EXPECT_TRUE(fichero.imagenes.empty());
             const Resultado ventana = Dos("aritmetica", op, a, *y, Destino::Ventana);
-            EXPECT_EQ(ventana.error, Mensaje::Tabla(msg::kDivisionCeroVentana));
+            EXPECT_EQ(ventana.Motivo(), Mensaje::Tabla(msg::kDivisionCeroVentana));
             EXPECT_EQ(ventana.entradaEnVentana, 1);
             EXPECT_TRUE(ventana.imagenes.empty());
         }
     }
     // A real denominator of -0.0, or A + B adding up to zero, stops too.
-    EXPECT_EQ(Dos("aritmetica", kCociente, Imagen(kReal, 1, 2, {1, 0.5}), Imagen(kReal, 1, 2, {-0.0, 1})).error,
+    EXPECT_EQ(Dos("aritmetica", kCociente, Imagen(kReal, 1, 2, {1, 0.5}), Imagen(kReal, 1, 2, {-0.0, 1})).Motivo(),
               Mensaje::Tabla(msg::kDivisionCeroFichero));
-    EXPECT_EQ(Dos("aritmetica", kNormalizada, Imagen(kDouble, 1, 2, {1, 0.5}), Imagen(kDouble, 1, 2, {2, -0.5})).error,
+    EXPECT_EQ(Dos("aritmetica", kNormalizada, Imagen(kDouble, 1, 2, {1, 0.5}), Imagen(kDouble, 1, 2, {2, -0.5})).Motivo(),
               Mensaje::Tabla(msg::kDivisionCeroFichero));
 }
 
@@ -111,7 +111,7 @@ TEST(Aritmetica, EleccionDeLaSegundaImagenYGeorreferencia) {
     EXPECT_EQ(d.alElegir(0, Cab("byte", 4), {Cab("byte"), Cab("byte")}), dimensiones);
     // Images that disagree never reach the kernel, whatever the course.
     CImagen a = Imagen(kByte, 1, 1, {1}), b = Imagen(kByte, 1, 1, {2});
-    EXPECT_EQ(Dos("aritmetica", kSuma, a, Imagen(kByte, 1, 2, {1, 2})).error, dimensiones);
+    EXPECT_EQ(Dos("aritmetica", kSuma, a, Imagen(kByte, 1, 2, {1, 2})).Motivo(), dimensiones);
 
     // The result keeps the first image's reference system only when both
     // georeferences agree exactly.
@@ -135,7 +135,7 @@ TEST(Escalar, CuatroOperacionesYEscalarNoPositivo) {
         const std::vector<std::vector<double>> esperado = {
             {14, 4, alto + 4}, {6, -4, alto - 4}, {40, 0, alto * 4}, {2.5, 0, alto / 4}};
         for (int op = 0; op < 4; ++op) {
-            const Resultado r = Operar("escalar", {&a}, Con({{Clave::Operacion, op}, {Clave::Escalar, 4}}));
+            const Resultado r = Operar("escalar", {&a}, Con("escalar", {{"operacion", op}, {"escalar", 4}}));
             EXPECT_EQ(Resultante(r), esperado[op]);
             EXPECT_EQ(r.imagenes.at(0).tipoDato, kDouble);
             EXPECT_EQ(r.imagenes.at(0).titulo, "tm2");  // no suffix
@@ -144,9 +144,9 @@ TEST(Escalar, CuatroOperacionesYEscalarNoPositivo) {
     const Declaracion& d = *BuscarPorOrden("escalar");
     const Mensaje rechazo = Mensaje::Tabla(msg::kNoSeleccionadaEntrada, "un valor correcto para el escalar", "un valor >0");
     for (int op = 0; op < 4; ++op) {
-        EXPECT_EQ(d.alAceptar(Con({{Clave::Operacion, op}, {Clave::Escalar, 0}})), rechazo);
-        EXPECT_EQ(d.alAceptar(Con({{Clave::Operacion, op}, {Clave::Escalar, -2.5}})), rechazo);
-        EXPECT_EQ(d.alAceptar(Con({{Clave::Operacion, op}, {Clave::Escalar, 1e-9}})), std::nullopt);
+        EXPECT_EQ(d.alAceptar(Con("escalar", {{"operacion", op}, {"escalar", 0}}), {}), rechazo);
+        EXPECT_EQ(d.alAceptar(Con("escalar", {{"operacion", op}, {"escalar", -2.5}}), {}), rechazo);
+        EXPECT_EQ(d.alAceptar(Con("escalar", {{"operacion", op}, {"escalar", 1e-9}}), {}), std::nullopt);
     }
 }
 
@@ -177,7 +177,7 @@ TEST(Logica, AndOrXorEnByteEInteger) {
     EXPECT_EQ(d.alElegir(1, Cab("integer"), {Cab("byte"), nada}),
               Mensaje::Tabla(msg::kNoCoincide, "El tipo de dato", "imágenes"));
     const CImagen r = Imagen(kReal, 1, 1, {1});
-    EXPECT_EQ(Dos("logica", 0, r, r).error, Mensaje::Tabla(msg::kTipoNoReconocido));
+    EXPECT_EQ(Dos("logica", 0, r, r).Motivo(), Mensaje::Tabla(msg::kTipoNoReconocido));
 }
 
 TEST(Funcion, OchoFuncionesEnCadaTipo) {
@@ -230,7 +230,7 @@ TEST(Funcion, TablaDeValoresIgualAlCalculoPorMuestra) {
 
 TEST(Funcion, DominioDeRaizYLogaritmoConElMinimo) {
     const Mensaje raiz = Mensaje::Tabla(msg::kRaizNegativos), ln = Mensaje::Tabla(msg::kLogaritmoPositivos);
-    auto error = [](const CImagen& a, int op) { return Funcion(a, op).error; };
+    auto error = [](const CImagen& a, int op) { return Funcion(a, op).Motivo(); };
     // ln of any image holding a 0, whatever its type.
     for (int codigo : kTipos) {
         SCOPED_TRACE(NombreDeCodigo(codigo));

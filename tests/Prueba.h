@@ -121,9 +121,11 @@ inline std::vector<double> Guardados(int codigo, std::vector<double> v) {
     return v;
 }
 
-inline Valores Con(std::initializer_list<std::pair<Clave, double>> l) {
+// Values of the operation of order `orden`, by field name.
+inline Valores Con(const char* orden, std::initializer_list<std::pair<const char*, double>> l) {
+    const Declaracion* d = BuscarPorOrden(orden);
     Valores v;
-    for (const auto& [c, x] : l) v.Poner(c, x);
+    for (const auto& [c, x] : l) v.Poner(ClaveDe(*d, c), x);
     return v;
 }
 
@@ -137,7 +139,7 @@ inline Resultado Operar(const char* orden, std::vector<const CImagen*> e, const 
 
 // The samples of the one result of an operation; empty on a refusal.
 inline std::vector<double> Resultante(const Resultado& r) {
-    EXPECT_FALSE(r.error) << r.error->Texto();
+    EXPECT_FALSE(r.fallo) << r.fallo->mensaje.Texto();
     return r.imagenes.size() == 1 ? Muestrario(r.imagenes[0]) : std::vector<double>{};
 }
 

@@ -207,3 +207,59 @@ TEST_F(SeguridadPar, DestinosProtegidosYEnlaces) {
 
 }  // namespace
 }  // namespace orvela::prueba
+
+namespace orvela::prueba {
+namespace {
+
+// Every order run with less address space than it needs: status 1 and a
+// sentence, never a signal, and nothing written.
+TEST_F(SeguridadPar, SinMemoriaSuficiente) {
+    if (::access("/usr/bin/prlimit", X_OK) != 0) GTEST_SKIP() << "falta prlimit";
+    // A 72 MiB double image for the filters, a 61 MiB byte image for the
+    // pictures (whose entries take as much again).
+    const std::string e = dir / "e.ozm", b = dir / "b.ozm";
+    ASSERT_EQ(Esperar(Lanzar({"iniciar", "--filas", "3000", "--columnas", "3000", "--tipo", "double", "--valor",
+                              "3", e})),
+              0);
+    ASSERT_EQ(Esperar(Lanzar({"iniciar", "--filas", "8000", "--columnas", "8000", "--tipo", "byte", "--valor",
+                              "3", b})),
+              0);
+    const std::vector<std::vector<std::string>> ordenes = {
+        {"filtro", "--tipo", "mediana", "--tamano", "5", e, dir / "s"},
+        {"filtro", "--tipo", "mediana", "--tamano", "7", e, dir / "s"},
+        {"exportar", "--formato", "bmp", b, dir / "s.bmp"},
+        {"exportar", "--formato", "png", b, dir / "s.png"},
+        {"contraste", "--metodo", "lineal", e, dir / "s"},
+        {"iniciar", "--filas", "20000", "--columnas", "20000", "--tipo", "double", "--valor", "1", dir / "s"},
+    };
+    // Below what reading the input takes, below what the result takes.
+    for (const long mib : {60L, 100L}) {
+        for (const auto& o : ordenes) {
+            SCOPED_TRACE(o[0] + " " + o[2] + " con " + std::to_string(mib) + " MiB");
+            std::vector<std::string> args = {"--as=" + std::to_string(mib << 20), "--", kCli};
+            args.insert(args.end(), o.begin(), o.end());
+            std::vector<char*> argv;
+            std::string prlimit = "/usr/bin/prlimit";
+            argv.push_back(prlimit.data());
+            for (auto& a : args) argv.push_back(a.data());
+            argv.push_back(nullptr);
+            posix_spawn_file_actions_t acciones;
+            posix_spawn_file_actions_init(&acciones);
+            posix_spawn_file_actions_addopen(&acciones, 1, "/dev/null", O_WRONLY, 0);
+            posix_spawn_file_actions_addopen(&acciones, 2, (dir / "err.txt").c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                             0600);
+            pid_t pid = -1;
+            ASSERT_EQ(posix_spawn(&pid, argv[0], &acciones, nullptr, argv.data(), environ), 0);
+            posix_spawn_file_actions_destroy(&acciones);
+            const int rc = Esperar(pid);
+            const std::string err = LeerFichero(dir / "err.txt");
+            std::filesystem::remove(dir / "err.txt");
+            EXPECT_EQ(rc, 1) << err;
+            EXPECT_NE(err.find("No hay memoria suficiente"), std::string::npos) << err;
+            EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"b.inf", "b.ozm", "e.inf", "e.ozm"}));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace orvela::prueba

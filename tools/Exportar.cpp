@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include "image/FicheroSeguro.h"
@@ -237,12 +238,18 @@ std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const 
     if (im.columnas > 0x7FFFFFFF || im.filas > 0x7FFFFFFF) return fallo;
     const auto ancho = static_cast<uint32_t>(im.columnas);
     const auto alto = static_cast<uint32_t>(im.filas);
-    const std::vector<uint8_t> indices = IndicesPaleta(im.pixeles);
-    FicheroSeguro f(ruta);
-    if (!f.Abierto()) return fallo;
-    const bool ok = formato == FormatoImagen::Bmp ? EscribirBmp(f, indices, p, ancho, alto)
-                                                  : EscribirPng(f, indices, p, ancho, alto);
-    if (!ok || !f.Confirmar()) return fallo;
+    // Every buffer here grows with the image: when memory runs out the
+    // export is refused and the temporary file goes with the unwinding.
+    try {
+        const std::vector<uint8_t> indices = IndicesPaleta(im.pixeles);
+        FicheroSeguro f(ruta);
+        if (!f.Abierto()) return fallo;
+        const bool ok = formato == FormatoImagen::Bmp ? EscribirBmp(f, indices, p, ancho, alto)
+                                                      : EscribirPng(f, indices, p, ancho, alto);
+        if (!ok || !f.Confirmar()) return fallo;
+    } catch (const std::bad_alloc&) {
+        return MensajeMemoria(im.filas, im.columnas);
+    }
     return std::nullopt;
 }
 

@@ -15,8 +15,11 @@ using namespace prueba;
 
 namespace {
 
-QString NombreCampo(Clave c, int k = -1) {
-    const QString n = QStringLiteral("campo_%1").arg(static_cast<int>(c));
+// Keys of the test declaration.
+const Clave kTipoFiltro{"tipo_filtro"}, kEscalar{"escalar"}, kCoeficientes{"coeficientes"};
+
+QString NombreCampo(const char* c, int k = -1) {
+    const QString n = QStringLiteral("campo_%1").arg(QString::fromUtf8(c));
     return k < 0 ? n : n + QStringLiteral("_%1").arg(k);
 }
 
@@ -37,20 +40,20 @@ Declaracion ConParametros() {
     Declaracion d;
     d.titulo = "Filtrado de prueba";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
-    auto media = [](const Valores& v) { return v.Entero(Clave::TipoFiltro) == 0; };
+    auto media = [](const Valores& v) { return v.Entero(kTipoFiltro) == 0; };
     d.campos = {
-        {.clave = Clave::TipoFiltro, .tipo = TipoCampo::Eleccion, .grupo = "Tipo de filtro",
+        {.clave = &kTipoFiltro, .tipo = TipoCampo::Eleccion, .grupo = "Tipo de filtro",
          .opciones = {{"Media", "media"}, {"Personalizado", "personalizado"}}},
-        {.clave = Clave::Escalar, .tipo = TipoCampo::Real, .grupo = "Valor del Escalar", .etiqueta = "Establecer",
+        {.clave = &kEscalar, .tipo = TipoCampo::Real, .grupo = "Valor del Escalar", .etiqueta = "Establecer",
          .porDefecto = 1, .aplica = media},
-        {.clave = Clave::Coeficientes, .tipo = TipoCampo::ListaReales,
+        {.clave = &kCoeficientes, .tipo = TipoCampo::ListaReales,
          .etiqueta = "Introduzca los coeficientes del filtro:", .subdialogo = "Filtro Personalizado 3 x 3",
          .aplica = [media](const Valores& v) { return !media(v); }, .cantidad = [](const Valores&) { return 9; }},
     };
-    d.alAceptar = [](const Valores& v) -> std::optional<Mensaje> {
-        if (v.Tiene(Clave::Escalar) && v.Numero(Clave::Escalar) <= 0)
+    d.alAceptar = [](const Valores& v, const Elegidas&) -> std::optional<Mensaje> {
+        if (v.Tiene(kEscalar) && v.Numero(kEscalar) <= 0)
             return Mensaje::Tabla(msg::kNoSeleccionadaEntrada, "un valor correcto para el escalar", "un valor >0");
-        if (v.Tiene(Clave::Coeficientes) && std::ranges::all_of(v.Lista(Clave::Coeficientes), [](double x) { return x == 0; }))
+        if (v.Tiene(kCoeficientes) && std::ranges::all_of(v.Lista(kCoeficientes), [](double x) { return x == 0; }))
             return Mensaje::Tabla(msg::kTodosNulos, "Los coeficientes");
         return std::nullopt;
     };
@@ -146,7 +149,7 @@ private slots:
             Pulsar(d, "salida_fichero");
             Aceptar(d);                         // 61220
             enElDialogo = e_->ui.Ids();
-            return Pulsando({"salida_guardar", NombreCampo(Clave::TipoDestino, 0)})(d);  // byte into byte
+            return Pulsando({"salida_guardar", NombreCampo("tipo_destino", 0)})(d);  // byte into byte
         });
         Ejecutar(Convertir());
         QCOMPARE(enElDialogo, (std::vector<int>{msg::kNoSeleccionadaEntrada, msg::kExtensionInadecuada, msg::kNoSeleccionadaSalida}));
@@ -164,7 +167,7 @@ private slots:
         CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("otra", 1, 1, "integer", {7}));
         e_->ui.ficherosAbrir = {entorno_.Imagen("b3", 1, 2, "real", {1.5, 300})};
         e_->ui.ficherosGuardar = {entorno_.Ruta("resultado")};
-        e_->ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", NombreCampo(Clave::TipoDestino, 0)}));
+        e_->ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "salida_guardar", NombreCampo("tipo_destino", 0)}));
         Ejecutar(Convertir());
         QCOMPARE(e_->ui.Ids(), (std::vector<int>{msg::kPerdidaPrecision}));
         CImagen r;
@@ -178,7 +181,7 @@ private slots:
     // Input and output the window: replaced in place, no AVISO.
     void salidaAVentanaReemplazaLaImagen() {
         CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("b4", 1, 3, "byte", {5, 6, 7}));
-        e_->ui.dialogos = {Pulsando({NombreCampo(Clave::TipoDestino, 3)}), [](QDialog&) { return false; }};
+        e_->ui.dialogos = {Pulsando({NombreCampo("tipo_destino", 3)}), [](QDialog&) { return false; }};
         Ejecutar(Convertir());
         QVERIFY(e_->ui.mensajes.empty());
         QCOMPARE(e_->ui.titulosDialogos.size(), std::size_t{1});
@@ -195,7 +198,7 @@ private slots:
             CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("vista", 1, 1, "byte", {1}));
             e_->ui.ficherosAbrir = {entorno_.Imagen("nuevo", 1, 1, "byte", {2})};
             e_->ui.titulosDialogos.clear();
-            e_->ui.dialogos = {Pulsando({"entrada0_seleccionar", NombreCampo(Clave::TipoDestino, 1)}),
+            e_->ui.dialogos = {Pulsando({"entrada0_seleccionar", NombreCampo("tipo_destino", 1)}),
                              [sigue](QDialog& d) { return sigue && Aceptar(d); }};  // " No."
             Ejecutar(Convertir());
             QCOMPARE(e_->ui.titulosDialogos.size(), std::size_t{2});
@@ -216,7 +219,7 @@ private slots:
             e_->ui.mensajes.clear();
             e_->ui.ficherosAbrir = {a, b};
             e_->ui.ficherosGuardar = {entorno_.Ruta("cociente")};
-            QStringList botones = {"entrada0_seleccionar", "entrada1_seleccionar", NombreCampo(Clave::Operacion, 3)};
+            QStringList botones = {"entrada0_seleccionar", "entrada1_seleccionar", NombreCampo("operacion", 3)};
             if (!aVentana) botones << "salida_guardar";
             e_->ui.dialogos = {Pulsando(botones), Pulsando({})};  // the AVISO: go on, saving nothing
             Ejecutar(Aritmetica());
@@ -232,7 +235,7 @@ private slots:
     // a decimal comma is taken.
     void camposQueAplicanEnVivo() {
         e_->Ventana(entorno_.Imagen("f", 1, 1, "byte", {3}));
-        const QString escalar = NombreCampo(Clave::Escalar);
+        const QString escalar = NombreCampo("escalar");
         bool conMedia = false, conPersonalizado = true, conTexto = true, conCero = true;
         e_->ui.dialogos.push_back([&](QDialog& d) {
             conMedia = d.findChild<QWidget*>(escalar)->isEnabled();
@@ -240,9 +243,9 @@ private slots:
             conTexto = Aceptar(d);
             Escribir(d, escalar, QStringLiteral("0"));
             conCero = Aceptar(d);
-            Pulsar(d, NombreCampo(Clave::TipoFiltro, 1));
+            Pulsar(d, NombreCampo("tipo_filtro", 1));
             conPersonalizado = d.findChild<QWidget*>(escalar)->isEnabled();
-            Pulsar(d, NombreCampo(Clave::TipoFiltro, 0));
+            Pulsar(d, NombreCampo("tipo_filtro", 0));
             Escribir(d, escalar, QStringLiteral("2,5"));
             return Aceptar(d);
         });
@@ -252,8 +255,8 @@ private slots:
         QVERIFY(e_->ui.textos[0].contains(QStringLiteral("Establecer")));
         QCOMPARE(e_->ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kNoSeleccionadaEntrada,
                                                                      "un valor correcto para el escalar", "un valor >0")}));
-        QCOMPARE(visto.valores.Numero(Clave::Escalar), 2.5);
-        QVERIFY(!visto.valores.Tiene(Clave::Coeficientes));
+        QCOMPARE(visto.valores.Numero(kEscalar), 2.5);
+        QVERIFY(!visto.valores.Tiene(kCoeficientes));
     }
 
     // A cancelled parameter dialog cancels the operation; accepted, its
@@ -261,7 +264,7 @@ private slots:
     // user-interface thread.
     void subdialogoCanceladoYAceptado() {
         CBrimarDoc& doc = e_->Ventana(entorno_.Imagen("g", 1, 1, "byte", {3}));
-        auto principal = Pulsando({NombreCampo(Clave::TipoFiltro, 1)});
+        auto principal = Pulsando({NombreCampo("tipo_filtro", 1)});
         e_->ui.dialogos = {principal, [](QDialog&) { return false; }};
         Ejecutar(ConParametros());
         QCOMPARE(e_->ui.titulosDialogos, (std::vector<QString>{QStringLiteral("Filtrado de prueba"),
@@ -274,7 +277,7 @@ private slots:
         e_->ui.dialogos = {principal, [&](QDialog& d) {
                              conCeros = Aceptar(d);  // every coefficient 0: the check sees them
                              for (int k = 0; k < 9; ++k)
-                                 Escribir(d, NombreCampo(Clave::Coeficientes, k), QString::number(k == 4 ? -2 : 1));
+                                 Escribir(d, NombreCampo("coeficientes", k), QString::number(k == 4 ? -2 : 1));
                              return Aceptar(d);
                          }};
         esperarTemporizador = true;
@@ -284,8 +287,8 @@ private slots:
         QVERIFY(!conCeros);
         QCOMPARE(e_->ui.Ids(), (std::vector<int>{msg::kTodosNulos}));
         QCOMPARE(visto.llamadas, 1);
-        QCOMPARE(visto.valores.Lista(Clave::Coeficientes), (std::vector<double>{1, 1, 1, 1, -2, 1, 1, 1, 1}));
-        QVERIFY(!visto.valores.Tiene(Clave::Escalar));
+        QCOMPARE(visto.valores.Lista(kCoeficientes), (std::vector<double>{1, 1, 1, 1, -2, 1, 1, 1, 1}));
+        QVERIFY(!visto.valores.Tiene(kEscalar));
         QVERIFY(visto.otroHilo && visto.temporizador);
         QCOMPARE(doc.Imagen().titulo, std::string("g_Filtrado_de_Prueba"));
     }

@@ -20,7 +20,7 @@
 #include "InterfazGuion.h"
 #include "app/CChildFrame.h"
 #include "app/CMainFrame.h"
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 #include "doc/CBrimarView.h"
 #include "doc/CBrimarDoc.h"
 #include "doc/ComandosDocumento.h"

@@ -12,7 +12,7 @@
 #include <set>
 
 #include "Entorno.h"
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 #include "dialogs/CAyudaDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "dialogs/ComandosEspacio.h"
@@ -216,7 +216,7 @@ private slots:
             for (std::size_t i = 0; i < d->entradas.size(); ++i) nombres << QStringLiteral("entrada%1_seleccionar").arg(i);
             for (const orvela::Campo& c : d->campos)
                 if (!c.subdialogo && c.tipo != orvela::TipoCampo::ListaReales)
-                    nombres << QStringLiteral("campo_%1").arg(static_cast<int>(c.clave)) + (c.tipo == orvela::TipoCampo::Eleccion ? "_0" : "");
+                    nombres << QStringLiteral("campo_%1").arg(QString::fromUtf8(c.clave->nombre)) + (c.tipo == orvela::TipoCampo::Eleccion ? "_0" : "");
             if (d->conSalida) nombres << QStringLiteral("salida_guardar");
             for (const QString& n : nombres) QVERIFY2(dlg.findChild<QWidget*>(n), qPrintable(QString::fromUtf8(d->orden) + ": " + n));
         }

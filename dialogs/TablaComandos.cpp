@@ -1,4 +1,4 @@
-#include "app/TablaComandos.h"
+#include "dialogs/TablaComandos.h"
 
 namespace {
 
