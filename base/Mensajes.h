@@ -141,4 +141,6 @@ inline constexpr const char* kFicheroClaseIlegible =
     "El fichero de clase no se ha podido leer o no tiene una estadística por cada banda: ";
 inline constexpr const char* kSinConvergencia =
     "La clasificación no supervisada se ha detenido sin converger al llegar al máximo de pasadas: ";
+inline constexpr const char* kTituloConSaltos =
+    "El título de la imagen no puede contener saltos de línea: la cabecera no se podría leer.";
 }  // namespace orvela::texto

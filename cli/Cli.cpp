@@ -1,5 +1,7 @@
 #include "cli/Cli.h"
 
+#include <cctype>
+
 #include <charconv>
 #include <cmath>
 
@@ -218,6 +220,13 @@ int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& ar
         if (auto detalle = LeerCampo(c, it->second, v)) return Uso(err, d.orden, *detalle);
     }
     const std::string stem = d.conSalida ? StemSalida(a->posicionales.back()) : std::string();
+    if (d.conSalida) {
+        // Refused before any work: "", ".ozm", "/" or "dir/" name no file.
+        if (auto e = ComprobarNombreImagen(stem + ".ozm")) {
+            ImprimirMensaje(err, *e);
+            return kUso;
+        }
+    }
     Ejecucion ej = EjecutarAFichero(d, imagenes, ficheros, v, stem, progreso);
     progreso.Terminar();
     for (const auto& m : ej.avisos) ImprimirMensaje(err, m);
@@ -237,7 +246,13 @@ std::optional<Argumentos> Separar(const std::vector<std::string>& args, const st
     Argumentos a;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& s = args[i];
-        if (s == "--help" || s == "-h") {
+        // An option takes the next argument as its value whatever it says
+        // ("--titulo --help" is a title).
+        if (validas.count(s) && i + 1 < args.size()) {
+            a.opciones[s] = args[i + 1];
+            a.todas.emplace(s, args[i + 1]);
+            ++i;
+        } else if (s == "--help" || s == "-h") {
             a.ayuda = true;
         } else if (s.size() > 2 && s.rfind("--", 0) == 0) {
             if (banderas.count(s)) {
@@ -276,7 +291,10 @@ std::optional<long> LeerEntero(const std::string& s) {
 }
 
 std::string StemSalida(const std::string& s) {
-    if (s.size() >= 4 && s.compare(s.size() - 4, 4, ".ozm") == 0) return s.substr(0, s.size() - 4);
+    if (s.size() >= 4 && s[s.size() - 4] == '.' && std::tolower(static_cast<unsigned char>(s[s.size() - 3])) == 'o' &&
+        std::tolower(static_cast<unsigned char>(s[s.size() - 2])) == 'z' &&
+        std::tolower(static_cast<unsigned char>(s[s.size() - 1])) == 'm')
+        return s.substr(0, s.size() - 4);
     return s;
 }
 
@@ -305,8 +323,8 @@ int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostre
     if (const Declaracion* d = BuscarPorOrden(orden)) return EjecutarDeclaracion(*d, resto, out, err, progreso);
     for (const auto& o : Especiales()) {
         if (orden == o.nombre) {
-            for (const auto& s : resto)
-                if (s == "--help" || s == "-h") {
+            for (std::size_t i = 0; i < resto.size(); ++i)
+                if ((resto[i] == "--help" || resto[i] == "-h") && (i == 0 || resto[i - 1].rfind("--", 0) != 0)) {
                     out << "Uso: orvela-cli " << o.nombre << " " << o.sintaxis << "\n" << o.resumen << "\n";
                     return kExito;
                 }

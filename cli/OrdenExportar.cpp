@@ -74,7 +74,8 @@ int Exportar(const std::vector<std::string>& args, std::ostream&, std::ostream& 
         ImprimirMensaje(err, *e);
         const bool fichero = e->id == msg::kNoCreadoFichero || e->id == msg::kNoCreadoBmp;
         if (fichero && e->id == msg::kNoCreadoBmp) err << "No se ha podido crear el fichero " << salida << ".\n";
-        return fichero ? kFallo : kRechazo;
+        // A free sentence is a failure of the system (memory exhausted).
+        return fichero || e->id == 0 ? kFallo : kRechazo;
     }
     return kExito;
 }

@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "dialogs/Espacio.h"
@@ -17,6 +18,7 @@
 #include "dialogs/TablaComandos.h"
 #include "dialogs/CMostrarLeyendaDlg.h"
 #include "doc/CBrimarDoc.h"
+#include "image/Estadisticas.h"
 #include "image/Leyenda.h"
 #include "image/Paleta.h"
 
@@ -168,18 +170,25 @@ void CBrimarView::Convertir() {
     paleta_ = p;
     for (int i = 0; i < 256; ++i) colores_[i] = qRgb(p.rojo[i], p.verde[i], p.azul[i]);
 
-    const std::vector<uint8_t> idx = orvela::IndicesRealce(im.pixeles, doc_.Realce());
-    if (idx.size() < static_cast<std::size_t>(filas_) * static_cast<std::size_t>(columnas_)) return;
-    QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_Indexed8);
-    if (q.isNull()) {
+    // When memory cannot be had for the picture the window says so, shows
+    // nothing, and the program goes on.
+    try {
+        const std::vector<uint8_t> idx = orvela::IndicesRealce(im.pixeles, doc_.Realce());
+        if (idx.size() < static_cast<std::size_t>(filas_) * static_cast<std::size_t>(columnas_)) return;
+        QImage q(static_cast<int>(columnas_), static_cast<int>(filas_), QImage::Format_Indexed8);
+        if (q.isNull()) {
+            ui_.Mostrar(orvela::MensajeMemoria(im.filas, im.columnas));
+            return;
+        }
+        for (long f = 0; f < filas_; ++f)
+            std::memcpy(q.scanLine(static_cast<int>(f)), idx.data() + static_cast<std::size_t>(f) * columnas_,
+                        static_cast<std::size_t>(columnas_));
+        q.setColorTable(QList<QRgb>(colores_.begin(), colores_.end()));
+        indices_ = std::move(q);
+    } catch (const std::bad_alloc&) {
+        indices_ = QImage();
         ui_.Mostrar(orvela::MensajeMemoria(im.filas, im.columnas));
-        return;
     }
-    for (long f = 0; f < filas_; ++f)
-        std::memcpy(q.scanLine(static_cast<int>(f)), idx.data() + static_cast<std::size_t>(f) * columnas_,
-                    static_cast<std::size_t>(columnas_));
-    q.setColorTable(QList<QRgb>(colores_.begin(), colores_.end()));
-    indices_ = std::move(q);
 }
 
 void CBrimarView::Geometria(QRect& origen, QRect& destino) const {

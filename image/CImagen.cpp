@@ -5,13 +5,17 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
+#include <sstream>
+#include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "image/Codificacion.h"
 #include "image/Conversion.h"
 #include "image/Estadisticas.h"
 #include "image/FicheroSeguro.h"
+#include "image/FicheroTexto.h"
 
 static_assert(std::endian::native == std::endian::little,
               "the raster files are little-endian and are read as they stand");
@@ -94,7 +98,9 @@ std::string Campo(const std::string& utf8) {
 
 std::string NumeroOUnknown(float v) { return v == SinDato ? "unknown" : FormatoFlujo(static_cast<double>(v)); }
 
-std::string TextoInf(const CImagen& im) {
+}  // namespace
+
+std::string TextoCabecera(const CImagen& im) {
     std::string s;
     s += Linea(0, Campo(im.titulo));
     if (const char* n = NombreDeCodigo(im.tipoDato)) s += std::string(kEtiquetas[1]) + " " + n + " \n";
@@ -124,37 +130,94 @@ std::string TextoInf(const CImagen& im) {
     return s;
 }
 
+namespace {
+
 Mensaje NoSePudoEscribir(const std::string& ruta) { return Mensaje::Tabla(msg::kNoCreadoFichero, ruta); }
 
 std::optional<Mensaje> LeerCuerpo(int codigo, std::size_t cantidad, const std::string& ruta, Muestras& salida) {
     const std::size_t bytes = cantidad * AnchoMuestra(codigo);
+    // A raster is a regular file of exactly the header's size: a short one
+    // would leave samples unread, a long one belongs to another header (a
+    // pair half replaced, a header edited by hand). Opened without waiting,
+    // so that a FIFO in its place is refused, not waited on.
+    const int fd = ::open(ruta.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    struct Cerrar {
+        int fd;
+        ~Cerrar() { ::close(fd); }
+    } cerrar{fd};
     struct stat st {};
-    if (::stat(ruta.c_str(), &st) != 0 || !S_ISREG(st.st_mode) ||
-        static_cast<unsigned long long>(st.st_size) < bytes)
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || static_cast<unsigned long long>(st.st_size) != bytes)
         return Mensaje::Tabla(msg::kArchivoNoExiste);
-    std::FILE* f = std::fopen(ruta.c_str(), "rb");
-    if (!f) return Mensaje::Tabla(msg::kArchivoNoExiste);
     Muestras m = Muestras::Crear(codigo, cantidad);
-    if (!m.Valido()) {
-        std::fclose(f);
-        return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    if (!m.Valido()) return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    std::size_t leidos = 0;
+    while (leidos < bytes) {
+        const ssize_t r = ::read(fd, m.Datos() + leidos, std::min<std::size_t>(bytes - leidos, std::size_t{1} << 30));
+        if (r < 0 && errno == EINTR) continue;
+        if (r <= 0) return Mensaje::Tabla(msg::kArchivoNoExiste);
+        leidos += static_cast<std::size_t>(r);
     }
-    const std::size_t leidos = bytes ? std::fread(m.Datos(), 1, bytes, f) : 0;
-    std::fclose(f);
-    if (leidos != bytes) return Mensaje::Tabla(msg::kArchivoNoExiste);
     salida = std::move(m);
     return std::nullopt;
 }
 
 }  // namespace
 
+std::optional<Mensaje> ComprobarNombreImagen(const std::string& rutaRaster) {
+    const auto barra = rutaRaster.find_last_of('/');
+    const std::string nombre = barra == std::string::npos ? rutaRaster : rutaRaster.substr(barra + 1);
+    // "x.ozm" with an empty stem would make the hidden files ".ozm" and ".inf".
+    if (nombre.size() <= 4)
+        return Mensaje::Libre("El nombre de la imagen \"" + rutaRaster +
+                              "\" no es válido: falta el nombre del fichero.");
+    return std::nullopt;
+}
+
 std::string CambiarExtension(const std::string& ruta, const std::string& extension) {
     return ruta.substr(0, ruta.size() >= 4 ? ruta.size() - 4 : 0) + extension;
 }
 
+namespace {
+
+// The readings below run while the caller holds the pair's LecturaSegura.
+bool LeerInfBloqueado(const std::string& rutaRaster, Cabecera& cab) {
+    const auto texto = LeerTextoAcotado(CambiarExtension(rutaRaster, ".inf"), kMaxCabecera);
+    if (!texto) return false;
+    LeerInfTexto(*texto, cab);
+    return true;
+}
+
+bool CabeceraLegibleBloqueada(const std::string& rutaRaster, Cabecera* salida) {
+    Cabecera c;
+    if (!LeerInfBloqueado(rutaRaster, c) || c.filas <= 0 || c.columnas <= 0) return false;
+    if (salida) *salida = std::move(c);
+    return true;
+}
+
+std::optional<Mensaje> LeerRasterBloqueado(int codigo, double filas, double columnas, const std::string& ruta,
+                                           Muestras& salida) {
+    if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
+    if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    const std::size_t n = ContarMuestras(filas, columnas, codigo);
+    if (n == 0) return MensajeMemoria(filas, columnas);
+    return LeerCuerpo(codigo, n, ruta, salida);
+}
+
+// Every reading of a pair first sees to an interrupted replacement of it.
+LecturaSegura LecturaPar(const std::string& rutaRaster) {
+    return LecturaSegura({rutaRaster, CambiarExtension(rutaRaster, ".inf")});
+}
+
+}  // namespace
+
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
-    std::ifstream in(CambiarExtension(rutaRaster, ".inf"), std::ios::binary);
-    if (!in) return false;
+    const LecturaSegura lectura = LecturaPar(rutaRaster);
+    return lectura.Valida() && LeerInfBloqueado(rutaRaster, cab);
+}
+
+void LeerInfTexto(const std::string& texto, Cabecera& cab) {
+    std::istringstream in(texto);
     for (int campo = 0; campo < 14 && in; ++campo) {
         in.ignore(200, ':');
         const std::string t = LeerToken(in);
@@ -177,14 +240,11 @@ bool LeerInf(const std::string& rutaRaster, Cabecera& cab) {
             case 13: LeerFloat(t, cab.geo.resolucion); break;
         }
     }
-    return true;
 }
 
 bool CabeceraLegible(const std::string& rutaRaster, Cabecera* salida) {
-    Cabecera c;
-    if (!LeerInf(rutaRaster, c) || c.filas <= 0 || c.columnas <= 0) return false;
-    if (salida) *salida = std::move(c);
-    return true;
+    const LecturaSegura lectura = LecturaPar(rutaRaster);
+    return lectura.Valida() && CabeceraLegibleBloqueada(rutaRaster, salida);
 }
 
 Mensaje MensajeMemoria(double filas, double columnas) {
@@ -199,11 +259,9 @@ Mensaje MensajeMemoria(double filas, double columnas) {
 
 std::optional<Mensaje> LeerRaster(int codigo, double filas, double columnas, const std::string& ruta,
                                   Muestras& salida) {
-    if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
-    if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
-    const std::size_t n = ContarMuestras(filas, columnas, codigo);
-    if (n == 0) return MensajeMemoria(filas, columnas);
-    return LeerCuerpo(codigo, n, ruta, salida);
+    const LecturaSegura lectura = LecturaPar(ruta);
+    if (!lectura.Valida()) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    return LeerRasterBloqueado(codigo, filas, columnas, ruta, salida);
 }
 
 std::optional<Mensaje> CImagen::EscribirRaster() const {
@@ -215,7 +273,7 @@ std::optional<Mensaje> CImagen::EscribirRaster() const {
 
 std::optional<Mensaje> CImagen::EscribirInf() const {
     const std::string ruta = CambiarExtension(rutaRaster, ".inf");
-    if (!EscribirFicheroSeguro(ruta, TextoInf(*this))) return NoSePudoEscribir(ruta);
+    if (!EscribirFicheroSeguro(ruta, TextoCabecera(*this))) return NoSePudoEscribir(ruta);
     return std::nullopt;
 }
 
@@ -228,13 +286,16 @@ std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
         pixeles.Cantidad() != ContarMuestras(filas, columnas, tipoDato))
         return Mensaje::Libre("La imagen \"" + titulo + "\" no tiene muestras que guardar.");
     const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
+    if (auto e = ComprobarNombreImagen(ruta)) return e;
     const std::string rutaInf = CambiarExtension(ruta, ".inf");
     // Both files are written aside first; the pair replaces the old one only
-    // when both are complete, and the old pair stays whole otherwise.
+    // when both are complete, and the old pair stays whole otherwise. A
+    // failure names the file that could not be written.
     FicheroSeguro raster(ruta), inf(rutaInf);
     if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes())) return NoSePudoEscribir(ruta);
-    if (!inf.Escribir(TextoInf(*this))) return NoSePudoEscribir(rutaInf);
-    if (!FicheroSeguro::ConfirmarPar(raster, inf)) return NoSePudoEscribir(ruta);
+    if (!inf.Escribir(TextoCabecera(*this))) return NoSePudoEscribir(rutaInf);
+    FicheroSeguro* par[] = {&raster, &inf};
+    if (const auto fallo = FicheroSeguro::ConfirmarGrupo(par)) return NoSePudoEscribir(*fallo == 0 ? ruta : rutaInf);
     rutaRaster = ruta;
     return std::nullopt;
 }
@@ -245,6 +306,11 @@ std::optional<Mensaje> CImagen::Cargar(const Cabecera& cab, const std::string& r
     if (leer) {
         if (auto e = LeerRaster(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
     }
+    return Adoptar(cab, ruta, indice, leer, codigo, std::move(nuevas));
+}
+
+std::optional<Mensaje> CImagen::Adoptar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer,
+                                        int codigo, Muestras nuevas) {
     filas = cab.filas;
     columnas = cab.columnas;
     rutaRaster = ruta;
@@ -261,9 +327,15 @@ std::optional<Mensaje> CImagen::Cargar(const Cabecera& cab, const std::string& r
 }
 
 std::optional<Mensaje> CImagen::Cargar(const std::string& ruta, uint32_t indice) {
+    // Header and raster read under one lock: the pair as one writer left it.
+    const LecturaSegura lectura = LecturaPar(ruta);
     Cabecera cab;
-    if (!CabeceraLegible(ruta, &cab)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
-    return Cargar(cab, ruta, indice, true);
+    if (!lectura.Valida() || !CabeceraLegibleBloqueada(ruta, &cab))
+        return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    const int codigo = cab.nombreTipo.empty() ? tipoDato : CodigoDeNombre(cab.nombreTipo);
+    Muestras nuevas;
+    if (auto e = LeerRasterBloqueado(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
+    return Adoptar(cab, ruta, indice, true, codigo, std::move(nuevas));
 }
 
 std::optional<Mensaje> CImagen::Iniciar(const std::string& ruta, const std::string& ruta2, const std::string& tit,

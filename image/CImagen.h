@@ -32,9 +32,15 @@ struct Cabecera {
 // Header path of a raster path: last four characters replaced.
 std::string CambiarExtension(const std::string& ruta, const std::string& extension);
 
+// A raster path that names a file of its own (not "dir/.ozm", ".ozm" or a
+// folder): nullopt, else a sentence saying why it is refused.
+std::optional<Mensaje> ComprobarNombreImagen(const std::string& rutaRaster);
+
 // Reads fields 1 to 14 of stem.inf into `cab`; fields that cannot be read
 // keep the value they had. Returns whether the file could be opened.
 bool LeerInf(const std::string& rutaRaster, Cabecera& cab);
+// The same reading of a header already in memory.
+void LeerInfTexto(const std::string& texto, Cabecera& cab);
 
 // The safe header test of the file pickers: the header opens and gives
 // positive rows and columns.
@@ -87,6 +93,12 @@ public:
     // Header of `ruta` then its raster.
     std::optional<Mensaje> Cargar(const std::string& ruta, uint32_t indice = 0);
 
+private:
+    std::optional<Mensaje> Adoptar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer,
+                                   int codigo, Muestras nuevas);
+
+public:
+
     // New image filled with `valor` converted by the store rule.
     std::optional<Mensaje> Iniciar(const std::string& rutaRaster, const std::string& rutaSecundaria,
                                    const std::string& titulo, uint32_t filas, uint32_t columnas,
@@ -110,6 +122,9 @@ public:
     long Filas() const { return static_cast<long>(filas); }
     long Columnas() const { return static_cast<long>(columnas); }
 };
+
+// The header text of an image record, as EscribirInf writes it.
+std::string TextoCabecera(const CImagen& im);
 
 // Reads `cantidad` samples of `codigo` from a raster file; nullopt with
 // 61284 when it is missing or short, 61250 for an unknown code.

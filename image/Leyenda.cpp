@@ -2,13 +2,12 @@
 
 #include <charconv>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 #include "image/CImagen.h"
 #include "image/Codificacion.h"
 #include "image/Conversion.h"
 #include "image/FicheroSeguro.h"
+#include "image/FicheroTexto.h"
 
 namespace orvela {
 
@@ -16,11 +15,7 @@ namespace {
 
 bool EsBlanco(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f'; }
 
-std::optional<std::string> LeerTodo(const std::string& ruta) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+std::optional<std::string> LeerTodo(const std::string& ruta) { return LeerTextoAcotado(ruta, kMaxTexto); }
 
 // A cursor over the legend text with the reading primitives of the two
 // readers: formatted stream extraction and formatted scanning.
@@ -117,7 +112,11 @@ bool EscribirLeyenda(const std::string& rutaRaster, const std::vector<ClaseLeyen
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& rutaRaster) {
     const auto contenido = LeerTodo(RutaLeyenda(rutaRaster));
     if (!contenido) return std::nullopt;
-    Texto t(*contenido);
+    return LeerLeyendaVentanaTexto(*contenido);
+}
+
+std::vector<ClaseLeyenda> LeerLeyendaVentanaTexto(const std::string& contenido) {
+    Texto t(contenido);
     std::vector<ClaseLeyenda> clases;
     long k = 0;
     if (!t.Entero(k)) return clases;
@@ -141,7 +140,11 @@ std::optional<std::vector<ClaseLeyenda>> LeerLeyendaVentana(const std::string& r
 std::optional<std::vector<ClaseLeyenda>> LeerLeyendaConfusion(const std::string& rutaRaster) {
     const auto contenido = LeerTodo(RutaLeyenda(rutaRaster));
     if (!contenido) return std::nullopt;
-    Texto t(*contenido);
+    return LeerLeyendaConfusionTexto(*contenido);
+}
+
+std::vector<ClaseLeyenda> LeerLeyendaConfusionTexto(const std::string& contenido) {
+    Texto t(contenido);
     std::vector<ClaseLeyenda> clases;
     long k = 0;
     if (!t.Entero(k)) return clases;  // "%d\n"

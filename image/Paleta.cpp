@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "image/FicheroTexto.h"
+
 namespace orvela {
 
 namespace {
@@ -56,7 +58,15 @@ const char* FicheroPaleta(int codigo) { return codigo >= 0 && codigo < 6 ? kFich
 const char* NombreOpcionPaleta(int codigo) { return codigo >= 0 && codigo <= 6 ? kNombres[codigo] : ""; }
 
 int CargarPaletaFichero(const std::string& ruta, Paleta& p) {
-    std::unique_ptr<std::FILE, CerrarFichero> f(std::fopen(ruta.c_str(), "rb"));
+    // A palette is a small regular file; anything else (a FIFO, a device,
+    // a huge file) is refused before a byte is scanned.
+    auto texto = LeerTextoAcotado(ruta, kMaxPaleta);
+    return texto ? LeerPaletaTexto(std::move(*texto), p) : -1;
+}
+
+int LeerPaletaTexto(std::string texto, Paleta& p) {
+    if (texto.empty()) return -1;
+    std::unique_ptr<std::FILE, CerrarFichero> f(::fmemopen(texto.data(), texto.size(), "rb"));
     if (!f) return -1;
     // Groups of four numbers, "%d %d %d %d\n": level (ignored), red, green,
     // blue, taken in file order until a group does not read whole. Entries

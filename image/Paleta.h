@@ -25,6 +25,8 @@ const char* NombreOpcionPaleta(int codigo);      // "Cuantitativa 256", ... 0..6
 int CargarPaleta(int codigo, const std::string& carpetaAplicacion, const std::string& rutaPersonalizada, Paleta& p);
 // One palette file, as code 6 loads it: returns 6, or -1.
 int CargarPaletaFichero(const std::string& ruta, Paleta& p);
+// The same reading of a palette text already in memory.
+int LeerPaletaTexto(std::string texto, Paleta& p);
 
 // The sixteen colours of "Crear paleta", red, green, blue, in colour order.
 extern const std::array<std::array<uint8_t, 3>, 16> kColoresCrearPaleta;

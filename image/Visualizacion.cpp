@@ -17,19 +17,24 @@ uint8_t IndicePaleta(double s, double mn, double mx) {
     return static_cast<uint8_t>(TruncarA32(q));
 }
 
+void IndicesPaletaTramo(const Muestras& m, std::size_t desde, std::size_t n, double mn, double mx, uint8_t* destino) {
+    if (desde > m.Cantidad() || n > m.Cantidad() - desde) return;
+    if (m.Codigo() == kByte) {
+        const auto d = m.Como<uint8_t>().subspan(desde, n);
+        std::copy(d.begin(), d.end(), destino);
+        return;
+    }
+    ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
+        const auto d = m.Como<T>().subspan(desde, n);
+        for (std::size_t i = 0; i < d.size(); ++i) destino[i] = IndicePaleta(static_cast<double>(d[i]), mn, mx);
+    });
+}
+
 std::vector<uint8_t> IndicesPaleta(const Muestras& m) {
     std::vector<uint8_t> r(m.Cantidad());
-    if (m.Codigo() == kByte) {
-        const auto d = m.Como<uint8_t>();
-        std::copy(d.begin(), d.end(), r.begin());
-        return r;
-    }
     double mn = 0, mx = 0;
-    if (!MinimoMaximo(m, mn, mx)) return r;
-    ConTipo(m.Codigo(), [&]<class T>(Muestra<T>) {
-        const auto d = m.Como<T>();
-        for (std::size_t i = 0; i < d.size(); ++i) r[i] = IndicePaleta(static_cast<double>(d[i]), mn, mx);
-    });
+    if (m.Codigo() != kByte && !MinimoMaximo(m, mn, mx)) return r;
+    IndicesPaletaTramo(m, 0, m.Cantidad(), mn, mx, r.data());
     return r;
 }
 

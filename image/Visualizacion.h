@@ -16,6 +16,11 @@ namespace orvela {
 // (step 0) is shown with entry 0 throughout; so is a NaN sample.
 std::vector<uint8_t> IndicesPaleta(const Muestras& m);
 
+// The entries of samples [desde, desde + n) written to `destino`, given the
+// image's minimum and maximum (not used for byte samples): a picture is
+// filled row by row with no image-sized buffer in between.
+void IndicesPaletaTramo(const Muestras& m, std::size_t desde, std::size_t n, double mn, double mx, uint8_t* destino);
+
 // Index of one sample given the image's minimum and maximum.
 uint8_t IndicePaleta(double muestra, double minimo, double maximo);
 

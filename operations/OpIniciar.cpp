@@ -53,6 +53,8 @@ const Declaracion kIniciar = [] {
         const int codigo = CodigoElegido(v);
         if (codigo == kByte && !(valor >= 0 && valor <= 255)) return Mensaje::Tabla(msg::kNdByte);
         if (codigo == kInteger && !(valor >= 0 && valor <= 65535)) return Mensaje::Tabla(msg::kNdInteger);
+        // The header holds the title on one line.
+        if (v.Texto(kTitulo).find_first_of("\r\n") != std::string::npos) return Mensaje::Libre(texto::kTituloConSaltos);
         return std::nullopt;
     });
     d.calcular = [](const Contexto& c) {

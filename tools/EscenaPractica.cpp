@@ -1,7 +1,10 @@
 #include "tools/EscenaPractica.h"
 
+#include "image/FicheroSeguro.h"
+
 #include <cmath>
 #include <filesystem>
+#include <memory>
 
 namespace orvela::escena {
 
@@ -202,31 +205,35 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     Escena e;
     if (auto m = CrearEscena(e)) return m;
 
-    std::vector<std::pair<std::string, CImagen*>> imagenes;
-    for (std::size_t b = 0; b < e.bandas.size(); ++b) imagenes.emplace_back(e.bandas[b].titulo, &e.bandas[b]);
-    imagenes.emplace_back("verdad", &e.verdad);
+    // Every file of the scene is written aside, then all are committed as
+    // one group: an existing scene is replaced whole or left as it was.
+    std::vector<std::unique_ptr<FicheroSeguro>> ficheros;
     const std::string base = carpeta + "/";
-    const std::string leyenda = RutaLeyenda(base + "verdad.ozm");
-    std::vector<std::string> nuevos;  // files that were not there before this call
-    for (const auto& [nombre, im] : imagenes)
-        for (const char* ext : {".ozm", ".inf"})
-            if (!fs::exists(base + nombre + ext, ec)) nuevos.push_back(base + nombre + ext);
-    if (!fs::exists(leyenda, ec)) nuevos.push_back(leyenda);
-    auto deshacer = [&] {
-        for (const auto& f : nuevos) fs::remove(f, ec);
+    auto fallo = [&](const std::string& ruta) {
+        ficheros.clear();
         if (!existia) fs::remove(carpeta, ec);  // only when left empty
+        return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
     };
-
-    for (const auto& [nombre, im] : imagenes) {
-        if (auto m = im->Guardar(base + nombre, 1)) {
-            deshacer();
-            return m;
-        }
+    auto escribir = [&](const std::string& ruta, const void* datos, std::size_t bytes) {
+        ficheros.push_back(std::make_unique<FicheroSeguro>(ruta));
+        return ficheros.back()->Escribir(datos, bytes);
+    };
+    std::vector<CImagen*> imagenes;
+    for (auto& b : e.bandas) imagenes.push_back(&b);
+    imagenes.push_back(&e.verdad);
+    for (CImagen* im : imagenes) {
+        const std::string ruta = base + im->titulo + ".ozm";
+        if (!escribir(ruta, im->pixeles.Datos(), im->pixeles.Bytes())) return fallo(ruta);
+        im->rutaRaster = ruta;
+        const std::string inf = TextoCabecera(*im);
+        if (!escribir(CambiarExtension(ruta, ".inf"), inf.data(), inf.size())) return fallo(CambiarExtension(ruta, ".inf"));
     }
-    if (!EscribirLeyenda(base + "verdad.ozm", e.clases)) {
-        deshacer();
-        return Mensaje::Tabla(msg::kNoCreadoFichero, leyenda);
-    }
+    const std::string leyenda = RutaLeyenda(base + "verdad.ozm");
+    const std::string textoLeyenda = Utf8ACp1252(TextoLeyenda(e.clases));
+    if (!escribir(leyenda, textoLeyenda.data(), textoLeyenda.size())) return fallo(leyenda);
+    std::vector<FicheroSeguro*> grupo;
+    for (auto& f : ficheros) grupo.push_back(f.get());
+    if (const auto i = FicheroSeguro::ConfirmarGrupo(grupo)) return fallo(grupo[*i]->Destino());
     return std::nullopt;
 }
 

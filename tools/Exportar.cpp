@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include "image/FicheroSeguro.h"
@@ -102,18 +103,24 @@ std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const 
     if (im.columnas > 0x7FFFFFFF || im.filas > 0x7FFFFFFF) return fallo;
     const auto ancho = static_cast<uint32_t>(im.columnas);
     const auto alto = static_cast<uint32_t>(im.filas);
-    const std::vector<uint8_t> indices = IndicesPaleta(im.pixeles);
-    if (formato == FormatoImagen::Png) {
-        // An indexed PNG: the palette once, one byte per pixel.
-        std::array<std::array<uint8_t, 3>, 256> colores;
-        for (int i = 0; i < 256; ++i) colores[i] = {p.rojo[i], p.verde[i], p.azul[i]};
-        const bool ok = EscribirPngIndexado(ruta, ancho, alto, colores, [&](uint32_t y) {
-            return indices.data() + static_cast<std::size_t>(y) * ancho;
-        });
-        return ok ? std::nullopt : std::optional<Mensaje>(fallo);
+    // Every buffer here grows with the image: when memory runs out the
+    // export is refused and a temporary file goes with the unwinding.
+    try {
+        const std::vector<uint8_t> indices = IndicesPaleta(im.pixeles);
+        if (formato == FormatoImagen::Png) {
+            // An indexed PNG: the palette once, one byte per pixel.
+            std::array<std::array<uint8_t, 3>, 256> colores;
+            for (int i = 0; i < 256; ++i) colores[i] = {p.rojo[i], p.verde[i], p.azul[i]};
+            const bool ok = EscribirPngIndexado(ruta, ancho, alto, colores, [&](uint32_t y) {
+                return indices.data() + static_cast<std::size_t>(y) * ancho;
+            });
+            return ok ? std::nullopt : std::optional<Mensaje>(fallo);
+        }
+        FicheroSeguro f(ruta);
+        if (!f.Abierto() || !EscribirBmp(f, indices, p, ancho, alto) || !f.Confirmar()) return fallo;
+    } catch (const std::bad_alloc&) {
+        return MensajeMemoria(im.filas, im.columnas);
     }
-    FicheroSeguro f(ruta);
-    if (!f.Abierto() || !EscribirBmp(f, indices, p, ancho, alto) || !f.Confirmar()) return fallo;
     return std::nullopt;
 }
 
