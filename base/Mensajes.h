@@ -137,4 +137,13 @@ inline constexpr const char* kSinMemoriaOperacion = "No hay memoria suficiente p
 inline constexpr const char* kOperacionFallida = "No se ha podido realizar la operación: ";
 inline constexpr const char* kCoeficientesFiltro =
     "El número de coeficientes del filtro no corresponde al tamaño de la ventana.";
+// Control-point files (corrections): %1 a line number, a path or a count.
+inline constexpr const char* kPuntosSinNumero =
+    "La primera línea del fichero de puntos de control no da un número de puntos válido.";
+inline constexpr const char* kPuntosLineaIncorrecta =
+    "La línea %1 del fichero de puntos de control no tiene los cuatro números fila, columna, X e Y.";
+inline constexpr const char* kPuntosFaltan = "El fichero de puntos de control tiene %1 puntos en lugar de %2.";
+inline constexpr const char* kPuntosNoLegible = "No se puede leer el fichero de puntos de control %1.";
+inline constexpr const char* kPuntoInexistente =
+    "No existe el punto de control %1 (los puntos se numeran desde 1 en el orden del fichero).";
 }  // namespace orvela::texto
