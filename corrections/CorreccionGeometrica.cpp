@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <type_traits>
+#include <vector>
 
 #include "image/Conversion.h"
 
@@ -15,6 +16,24 @@ double Rejilla::TamanoPixel() const {
 }
 
 namespace {
+
+// floor, ceil and trunc without a call into the maths library (the build
+// targets the baseline processor, which has no rounding instruction); exact
+// for every double, the largest ones and NaN going to the library.
+constexpr double kEntero = 4503599627370496.0;  // 2^52: above it every double is whole
+inline double Truncar(double v) {
+    return (v > -kEntero && v < kEntero) ? static_cast<double>(static_cast<int64_t>(v)) : std::trunc(v);
+}
+inline double Piso(double v) {
+    if (!(v > -kEntero && v < kEntero)) return std::floor(v);
+    const double t = static_cast<double>(static_cast<int64_t>(v));
+    return t > v ? t - 1 : t;
+}
+inline double Techo(double v) {
+    if (!(v > -kEntero && v < kEntero)) return std::ceil(v);
+    const double t = static_cast<double>(static_cast<int64_t>(v));
+    return t < v ? t + 1 : t;
+}
 
 // Cubic convolution of parameter -1 through p0..p3 (at -1, 0, 1, 2) at t.
 inline double Cubica(double p0, double p1, double p2, double p3, double t) {
@@ -34,25 +53,33 @@ void Filas(const T* in, long filas, long columnas, const double B[3], const doub
     const double psX = (g.xMax - g.xMin) / static_cast<double>(g.columnas);
     const double nf = static_cast<double>(filas);
     const std::size_t ancho = static_cast<std::size_t>(columnas);
+    // B0 + B1 x and A0 + A1 x depend on the column only: the same sums as
+    // (B0 + B1 x) + B2 y per pixel, taken once per column.
+    std::vector<double> bx(static_cast<std::size_t>(g.columnas)), ax(static_cast<std::size_t>(g.columnas));
+    for (long c = 0; c < g.columnas; ++c) {
+        const double x = g.xMin + static_cast<double>(c) * psX;
+        bx[static_cast<std::size_t>(c)] = B[0] + B[1] * x;
+        ax[static_cast<std::size_t>(c)] = A[0] + A[1] * x;
+    }
     for (long r = desde; r < hasta; ++r) {
         T* destino = out + static_cast<std::size_t>(r) * static_cast<std::size_t>(g.columnas);
         const double y = g.yMax - static_cast<double>(r) * psY;
+        const double by = B[2] * y, ay = A[2] * y;
         for (long c = 0; c < g.columnas; ++c) {
-            const double x = g.xMin + static_cast<double>(c) * psX;
-            const double f = B[0] + B[1] * x + B[2] * y;
-            const double k = A[0] + A[1] * x + A[2] * y;
+            const double f = bx[static_cast<std::size_t>(c)] + by;
+            const double k = ax[static_cast<std::size_t>(c)] + ay;
             if constexpr (M == Remuestreo::Vecino) {
-                const double ff = std::floor(f), fc = std::ceil(f);
-                const double kf = std::floor(k), kc = std::ceil(k);
+                const double ff = Piso(f), fc = Techo(f);
+                const double kf = Piso(k), kc = Techo(k);
                 const double fe = (f - ff <= fc - f) ? ff : fc;
                 const double ke = (k - kf <= kc - k) ? kf : kc;
-                const double linea = std::trunc(nf - fe);
+                const double linea = Truncar(nf - fe);
                 if (!(linea >= 0 && ke >= 0 && linea < nf && ke < static_cast<double>(columnas))) continue;
                 destino[c] = in[static_cast<std::size_t>(linea) * ancho + static_cast<std::size_t>(ke)];
             } else if constexpr (M == Remuestreo::Bilineal) {
-                const double f0 = std::floor(f), k0 = std::floor(k);
+                const double f0 = Piso(f), k0 = Piso(k);
                 const double dr = std::fabs(f0 - f), dc = std::fabs(k0 - k);
-                const double linea = std::trunc(nf - f0);
+                const double linea = Truncar(nf - f0);
                 if (!(linea >= 0 && k0 >= 0 && linea + 1 < nf && k0 + 1 < static_cast<double>(columnas))) continue;
                 const T* a = in + static_cast<std::size_t>(linea) * ancho + static_cast<std::size_t>(k0);
                 const T* b = a + ancho;
@@ -60,9 +87,9 @@ void Filas(const T* in, long filas, long columnas, const double B[3], const doub
                                  (static_cast<double>(b[1]) * dc + static_cast<double>(b[0]) * (1 - dc)) * dr;
                 destino[c] = Almacenar<T>(v);
             } else {
-                const double f0 = std::floor(f) - 1, k0 = std::floor(k) - 1;
+                const double f0 = Piso(f) - 1, k0 = Piso(k) - 1;
                 const double t = k - (k0 + 1), u = f - (f0 + 1);
-                const double linea = std::trunc(nf - f0);
+                const double linea = Truncar(nf - f0);
                 if (!(linea >= 0 && k0 >= 0 && linea + 3 < nf && k0 + 3 < static_cast<double>(columnas))) continue;
                 const T* q = in + static_cast<std::size_t>(linea) * ancho + static_cast<std::size_t>(k0);
                 double w[4];

@@ -5,6 +5,7 @@
 #include "corrections/LineasPerdidas.h"
 #include "corrections/PixelesPerdidos.h"
 #include "corrections/PuntosControl.h"
+#include "corrections/Reflectancia.h"
 #include "image/Estadisticas.h"
 #include "tests/Prueba.h"
 
@@ -466,6 +467,91 @@ TEST(Geometrica, OrdenConInformeConsolaYMensajes) {
     // Collinear points: 61231 when the file is picked.
     EscribirFichero(d / "l.txt", "3\n1 1 0 0\n2 2 1 1\n3 3 2 2\n");
     Espera(malo({{"--puntos", d / "l.txt"}}), 2, Rechazo(Mensaje::Tabla(msg::kEstimacionIncorrecta)));
+}
+
+}  // namespace
+}  // namespace orvela
+
+namespace orvela {
+namespace {
+
+using namespace prueba;
+
+// ---------------------------------------------------------------- reflectance
+
+TEST(Reflectancia, ValorCalculadoAManoYMetadatos) {
+    // Band 4 of the course scene, 14 August 1988 (day 227), sun elevation
+    // 49.75588889: L = 0.876 * 100 - 2.38602 = 85.21398;
+    // d = 1 - 0.01672 cos(0.9856 * 223 deg) = 1.0128478;
+    // rho = pi * 85.21398 * d^2 / (1031 * cos(40.24411111 deg)) = 0.3489762.
+    EXPECT_EQ(DiaDelAnio(1988, 8, 14), 227);
+    EXPECT_EQ(DiaDelAnio(1987, 2, 29), 0);
+    EXPECT_NEAR(DistanciaTierraSol(227), 1.0128478, 1e-7);
+    for (int codigo : kTipos) {
+        CImagen e = Imagen(codigo, 1, 3, {100, 0, 200}, "tm4");
+        Resultado r = Operar("reflectancia", {&e},
+                             [] {
+                                 Valores v = Con("reflectancia", {{"banda", 3}, {"ganancia", 0.876},
+                                                                  {"sesgo", -2.38602}, {"elevacion_solar", 49.75588889},
+                                                                  {"objeto_oscuro", 0}});
+                                 v.Poner(ClaveDe(*BuscarPorOrden("reflectancia"), "fecha"), "1988-08-14");
+                                 return v;
+                             }());
+        const std::vector<double> v = Resultante(r);
+        ASSERT_EQ(v.size(), 3u);
+        EXPECT_NEAR(v[0], 0.3489762, 1e-6) << NombreDeCodigo(codigo);
+        EXPECT_EQ(v[1], 0) << "ND 0 is fill";
+        EXPECT_EQ(r.imagenes[0].tipoDato, kReal);
+        EXPECT_EQ(r.imagenes[0].titulo, "tm4_Reflectividad_Aparente");
+    }
+    const std::string mtl = std::string(ORVELA_DATOS_COMPARTIDOS) + "/landsat-tm/LT52240631988227CUB02_MTL.txt";
+    if (!Existe(mtl)) GTEST_SKIP() << "sin datos Landsat";
+    const auto c = LeerMetadatosTM(mtl, 4);
+    ASSERT_TRUE(c);
+    EXPECT_EQ(c->ganancia, 0.876);
+    EXPECT_EQ(c->sesgo, -2.38602);
+    EXPECT_EQ(c->elevacionSolar, 49.75588889);
+    EXPECT_EQ(c->dia, 14);
+    CarpetaPrueba d;
+    CImagen e = Imagen(kByte, 1, 3, {100, 0, 200}, "tm4");
+    const std::string ruta = Escribir(e, d / "tm4");
+    SalidaCli s = Espera({"reflectancia", "--banda", "4", "--metadatos", mtl, ruta, d / "r"}, 0);
+    EXPECT_EQ(s.out,
+              "Banda TM: 4\nGanancia: 0.876000\nSesgo: -2.386020\nESUN: 1031.000000\nDía del año: 227\n"
+              "Distancia Tierra-Sol: 1.012848\nÁngulo cenital solar: 40.244111\n");
+    CImagen res;
+    ASSERT_FALSE(res.Cargar(d / "r.ozm"));
+    EXPECT_NEAR(res.pixeles.Valor(0), 0.3489762, 1e-6);
+}
+
+TEST(Reflectancia, ObjetoOscuroYMensajes) {
+    // 20000 samples: one at 3 (a stray pixel, under 1 in 10000 of them),
+    // two at 5, the rest 40: the dark object is 5.
+    std::vector<double> v(20000, 40);
+    v[0] = 3;
+    v[1] = v[2] = 5;
+    v[3] = 0;
+    CImagen e = Imagen(kByte, 1, 20000, v);
+    EXPECT_EQ(ObjetoOscuro(e.pixeles), 5);
+    CalibracionTM c{4, 1.0, 0.0, 90.0, 2000, 1, 4};
+    Muestras s = Muestras::Crear(kReal, 20000);
+    const auto f = Reflectancia(e.pixeles, c, true, s);
+    ASSERT_TRUE(f);
+    EXPECT_EQ(f->ndOscuro, 5);
+    // Sun at the zenith on 4 January (d = 1 - 0.01672): rho = pi (40 - 5) d^2 / 1031.
+    EXPECT_NEAR(s.Como<float>()[10], std::numbers::pi * 35 * 0.98328 * 0.98328 / 1031, 1e-6);
+
+    CarpetaPrueba d;
+    const std::string ruta = Escribir(e, d / "e");
+    Espera({"reflectancia", "--banda", "4", ruta, d / "r"}, 2,
+           std::string(texto::kReflectanciaSinCalibracion) + "\n");
+    Espera({"reflectancia", "--banda", "4", "--ganancia", "1", "--sesgo", "0", "--elevacion-solar", "45", "--fecha",
+            "1988-02-30", ruta, d / "r"},
+           2, "La fecha de adquisición 1988-02-30 no es válida: escríbala como AAAA-MM-DD.\n");
+    Espera({"reflectancia", "--banda", "4", "--ganancia", "1", "--sesgo", "0", "--elevacion-solar", "0", "--fecha",
+            "1988-08-14", ruta, d / "r"},
+           2, "La elevación solar debe ser mayor que 0 y no mayor que 90 grados.\n");
+    EXPECT_FALSE(Existe(d / "r.ozm"));
 }
 
 }  // namespace
