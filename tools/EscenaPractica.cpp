@@ -1,4 +1,5 @@
 #include "tools/EscenaPractica.h"
+#include "tools/EscenaCorrecciones.h"
 
 #include <cmath>
 #include <filesystem>
@@ -226,6 +227,10 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     if (!EscribirLeyenda(base + "verdad.ozm", e.clases)) {
         deshacer();
         return Mensaje::Tabla(msg::kNoCreadoFichero, leyenda);
+    }
+    if (auto m = EscribirEscenaCorrecciones(e, base, nuevos)) {
+        deshacer();
+        return m;
     }
     return std::nullopt;
 }
