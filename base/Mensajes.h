@@ -143,4 +143,22 @@ inline constexpr const char* kSinConvergencia =
     "La clasificación no supervisada se ha detenido sin converger al llegar al máximo de pasadas: ";
 inline constexpr const char* kTituloConSaltos =
     "El título de la imagen no puede contener saltos de línea: la cabecera no se podría leer.";
+// Control-point files (corrections): %1 a line number, a path or a count.
+inline constexpr const char* kPuntosSinNumero =
+    "La primera línea del fichero de puntos de control no da un número de puntos válido.";
+inline constexpr const char* kPuntosLineaIncorrecta =
+    "La línea %1 del fichero de puntos de control no tiene los cuatro números fila, columna, X e Y.";
+inline constexpr const char* kPuntosFaltan = "El fichero de puntos de control tiene %1 puntos en lugar de %2.";
+inline constexpr const char* kPuntosNoLegible = "No se puede leer el fichero de puntos de control %1.";
+inline constexpr const char* kPuntoInexistente =
+    "No existe el punto de control %1 (los puntos se numeran desde 1 en el orden del fichero).";
+// Apparent reflectance (Landsat TM): %1 a path or a date, %2 what is missing.
+inline constexpr const char* kMetadatosNoLegible = "No se puede leer el fichero de metadatos %1.";
+inline constexpr const char* kMetadatosIncompletos = "El fichero de metadatos %1 no da %2 de la banda elegida.";
+inline constexpr const char* kReflectanciaSinCalibracion =
+    "Falta la calibración: elija el fichero de metadatos (MTL) de la escena o escriba la ganancia, el sesgo, la "
+    "elevación solar y la fecha de adquisición.";
+inline constexpr const char* kReflectanciaFecha = "La fecha de adquisición %1 no es válida: escríbala como AAAA-MM-DD.";
+inline constexpr const char* kReflectanciaElevacion =
+    "La elevación solar debe ser mayor que 0 y no mayor que 90 grados.";
 }  // namespace orvela::texto

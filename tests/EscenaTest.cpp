@@ -125,7 +125,7 @@ TEST(Escena, ParesEscritosYLeyenda) {
     const std::string antes = LeerFichero(carpeta + "/tm5.ozm");
     ASSERT_FALSE(EscribirEscena(carpeta));
     EXPECT_EQ(LeerFichero(carpeta + "/tm5.ozm"), antes);
-    EXPECT_EQ(Contenido(carpeta).size(), 15u);
+    EXPECT_EQ(Contenido(carpeta).size(), 19u);
 
     // A path through a file, and a folder where one of the files cannot be
     // put: what was written is taken back.

@@ -1,4 +1,5 @@
 #include "tools/EscenaPractica.h"
+#include "tools/EscenaCorrecciones.h"
 
 #include "image/FicheroSeguro.h"
 
@@ -234,6 +235,14 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     std::vector<FicheroSeguro*> grupo;
     for (auto& f : ficheros) grupo.push_back(f.get());
     if (const auto i = FicheroSeguro::ConfirmarGrupo(grupo)) return fallo(grupo[*i]->Destino());
+    // The exercises of the corrections: a distorted band with its control
+    // points and a metadata file, written after the scene itself.
+    std::vector<std::string> nuevos;
+    if (auto m = EscribirEscenaCorrecciones(e, base, nuevos)) {
+        std::error_code ec;
+        for (const auto& f : nuevos) std::filesystem::remove(f, ec);
+        return m;
+    }
     return std::nullopt;
 }
 
