@@ -19,7 +19,7 @@ const Declaracion kIndice = [] {
     d.orden = "indice";
     d.titulo = "Índices de vegetación";
     d.resumen = "Cociente IR / R o NDVI de una banda roja y una del infrarrojo cercano.";
-    d.paginaAyuda = "indice";
+    d.paginaAyuda = "indice-vegetacion";
     d.grupoEntrada = "Nombre de la Banda Roja (R)";
     d.entradas = {{.boton = "&Seleccionar", .nombre = relleno::kBandaRojo, .etiquetaCli = "ROJO"},
                   {.boton = "S&eleccionar", .nombre = relleno::kBandaInfrarrojo, .etiquetaCli = "INFRARROJO"}};
