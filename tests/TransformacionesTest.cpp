@@ -197,6 +197,31 @@ TEST(Desmezcla, MezclasHechasAManoYFueraDelTriangulo) {
     }
 }
 
+TEST(Desmezcla, LaFilaDaLoMismoQuePixelAPixel) {
+    Extremos e;
+    e.espectro = {kVeg, kSombra, kSuelo};
+    const auto d = Desmezclador::Crear(e);
+    ASSERT_TRUE(d);
+    std::mt19937 g(3);
+    const std::size_t n = 500;
+    std::vector<std::vector<double>> x(4, std::vector<double>(n));
+    for (auto& b : x)
+        for (double& v : b) v = static_cast<double>(g() % 200);
+    const double* filas[4] = {x[0].data(), x[1].data(), x[2].data(), x[3].data()};
+    for (bool restringida : {false, true}) {
+        std::vector<std::vector<float>> o(4, std::vector<float>(n));
+        float* const out[4] = {o[0].data(), o[1].data(), o[2].data(), o[3].data()};
+        d->Fila(filas, n, restringida, out);
+        for (std::size_t c = 0; c < n; ++c) {
+            const double px[4] = {x[0][c], x[1][c], x[2][c], x[3][c]};
+            double f[3];
+            const double err = d->Pixel(px, restringida, f);
+            for (int k = 0; k < 3; ++k) ASSERT_EQ(o[k][c], Almacenar<float>(100.0 + 100.0 * f[k])) << c;
+            ASSERT_EQ(o[3][c], Almacenar<float>(err)) << c;
+        }
+    }
+}
+
 TEST(Desmezcla, FicherosDeClaseIncorrectos) {
     CarpetaPrueba dir;
     EscribirFichero(dir / "v.txt", FicheroClase({10, 20}));

@@ -90,6 +90,41 @@ double Desmezclador::Pixel(const double* x, bool restringida, double f[3]) const
     return mejor;
 }
 
+void Desmezclador::Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4]) const {
+    std::vector<double> f0(n, 0.0), f1(n, 0.0), r(n, 0.0);
+    for (int b = 0; b < nb_; ++b) {
+        const double* xb = x[b];
+        const double e2 = e_.espectro[2][b], m0 = m_[0][b], m1 = m_[1][b];
+        for (std::size_t c = 0; c < n; ++c) {
+            const double d = xb[c] - e2;
+            f0[c] += m0 * d;
+            f1[c] += m1 * d;
+        }
+    }
+    for (int b = 0; b < nb_; ++b) {
+        const double* xb = x[b];
+        const double e0 = e_.espectro[0][b], e1 = e_.espectro[1][b], e2 = e_.espectro[2][b];
+        for (std::size_t c = 0; c < n; ++c) {
+            const double f2 = (1.0 - f0[c]) - f1[c];
+            const double d = xb[c] - ((f0[c] * e0 + f1[c] * e1) + f2 * e2);
+            r[c] += d * d;
+        }
+    }
+    std::vector<double> px(static_cast<std::size_t>(nb_));
+    for (std::size_t c = 0; c < n; ++c) {
+        double f[3] = {f0[c], f1[c], (1.0 - f0[c]) - f1[c]};
+        double e = std::sqrt(r[c] / nb_);
+        if (restringida && !(f[0] >= 0 && f[1] >= 0 && f[2] >= 0)) {
+            for (int b = 0; b < nb_; ++b) px[static_cast<std::size_t>(b)] = x[b][c];
+            e = Pixel(px.data(), true, f);
+        }
+        out[0][c] = Codificar(f[0]);
+        out[1][c] = Codificar(f[1]);
+        out[2][c] = Codificar(f[2]);
+        out[3][c] = Almacenar<float>(e);
+    }
+}
+
 bool Desmezclar(const Desmezclador& d, const std::vector<const Muestras*>& bandas, long filas, long columnas,
                 bool restringida, Muestras& vegetacion, Muestras& sombra, Muestras& suelo, Muestras& error,
                 Progreso& progreso) {
@@ -103,19 +138,14 @@ bool Desmezclar(const Desmezclador& d, const std::vector<const Muestras*>& banda
     float* ou = suelo.Como<float>().data();
     float* oe = error.Como<float>().data();
     return PorFilas(progreso, filas, [&](long desde, long hasta) {
-        std::vector<double> fila(nb * cols), x(nb);
+        std::vector<double> fila(nb * cols);
+        std::vector<const double*> x(nb);
+        for (std::size_t b = 0; b < nb; ++b) x[b] = fila.data() + b * cols;
         for (long r = desde; r < hasta; ++r) {
             const std::size_t base = static_cast<std::size_t>(r) * cols;
             for (std::size_t b = 0; b < nb; ++b) LeerComoDouble(*bandas[b], base, cols, fila.data() + b * cols);
-            for (std::size_t c = 0; c < cols; ++c) {
-                for (std::size_t b = 0; b < nb; ++b) x[b] = fila[b * cols + c];
-                double f[3];
-                const double e = d.Pixel(x.data(), restringida, f);
-                ov[base + c] = Codificar(f[0]);
-                os[base + c] = Codificar(f[1]);
-                ou[base + c] = Codificar(f[2]);
-                oe[base + c] = Almacenar<float>(e);
-            }
+            float* const out[4] = {ov + base, os + base, ou + base, oe + base};
+            d.Fila(x.data(), cols, restringida, out);
         }
     });
 }

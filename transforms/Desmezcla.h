@@ -35,6 +35,10 @@ public:
     // Writes the three fractions and returns the residual.
     double Pixel(const double* x, bool restringida, double f[3]) const;
     int Bandas() const { return nb_; }
+    // A row of `n` pixels, band b at x[b]: the same figures as Pixel, pixel
+    // by pixel, computed band after band over the whole row; coded fractions
+    // and residual written to out[0..3].
+    void Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4]) const;
 
 private:
     int nb_ = 0;
