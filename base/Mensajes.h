@@ -102,6 +102,33 @@ inline constexpr const char* kElArchivoPaleta = "el archivo paleta";
 inline constexpr const char* kUnArchivo = "un archivo";
 inline constexpr const char* kNingunArchivoPal = "ningun archivo (*.pal)";
 inline constexpr const char* kFilasColumnas = "Los valores de filas y columnas";
+// Transformations: the bands of each operation, as 61219 and 61222 name them.
+inline constexpr const char* kNingunaBanda = "ninguna banda";
+inline constexpr const char* kBandaRojo = "la banda del rojo (R)";
+inline constexpr const char* kBandaInfrarrojo = "la banda del infrarrojo cercano (IR)";
+inline constexpr const char* kBandasRIR = "bandas R e IR";
+inline constexpr const char* kBandaUno = "la banda uno";
+inline constexpr const char* kBandaDos = "la banda dos";
+inline constexpr const char* kBandaTres = "la banda tres";
+inline constexpr const char* kBandaCuatro = "la banda cuatro";
+inline constexpr const char* kBandaCinco = "la banda cinco";
+inline constexpr const char* kBandaSiete = "la banda siete";
+inline constexpr const char* kBandasUnoDos = "bandas uno y dos";
+inline constexpr const char* kBandasUnoTres = "bandas uno y tres";
+inline constexpr const char* kBandasUnoCuatro = "bandas uno y cuatro";
+inline constexpr const char* kBandasUnoCinco = "bandas uno y cinco";
+inline constexpr const char* kBandasUnoSiete = "bandas uno y siete";
+inline constexpr const char* kNingunPrefijo = "ningún prefijo para las imágenes";
+inline constexpr const char* kUnPrefijo = "un prefijo";
+inline constexpr const char* kBandaSuelo = "la banda de suelo";
+inline constexpr const char* kBandaSombra = "la banda de sombra";
+inline constexpr const char* kBandaVegetacion = "la banda de vegetación";
+inline constexpr const char* kBandasSombraSuelo = "bandas sombra y suelo";
+inline constexpr const char* kBandasSombraVegetacion = "bandas sombra y vegetación";
+inline constexpr const char* kClaseVegetacion = "el fichero de clase de vegetación";
+inline constexpr const char* kClaseSombra = "el fichero de clase de sombra";
+inline constexpr const char* kClaseSuelo = "el fichero de clase de suelo";
+inline constexpr const char* kClase = "clase";
 }  // namespace relleno
 
 // Text of an id (UTF-8, fillers not substituted); nullptr for an unknown id.
@@ -161,4 +188,10 @@ inline constexpr const char* kReflectanciaSinCalibracion =
 inline constexpr const char* kReflectanciaFecha = "La fecha de adquisición %1 no es válida: escríbala como AAAA-MM-DD.";
 inline constexpr const char* kReflectanciaElevacion =
     "La elevación solar debe ser mayor que 0 y no mayor que 90 grados.";
+inline constexpr const char* kBandasFicheroClase =
+    "Los ficheros de clase no tienen tantas bandas como imágenes se han elegido.\n\n"
+    "Elija las mismas bandas con las que se tomaron las muestras de las clases.";
+inline constexpr const char* kEspectrosDependientes =
+    "Los valores medios de vegetación, sombra y suelo no son independientes en las bandas elegidas, "
+    "y la descomposición no tiene una solución única.\n\nTome muestras más puras de cada clase.";
 }  // namespace orvela::texto
