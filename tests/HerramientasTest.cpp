@@ -6,6 +6,7 @@
 #include "tests/Prueba.h"
 #include "tools/AreaCategorias.h"
 #include "tools/Componer.h"
+#include "tools/ComposicionColor.h"
 #include "tools/EstadisticasImagen.h"
 #include "tools/Reclasificar.h"
 #include "tools/Regresion.h"
@@ -458,4 +459,40 @@ TEST(Area, CategoriasCuentasYHectareas) {
               "\n\n\n\tCategor\xED" "a\tN\xFAmero de p\xEDxeles\tHect\xE1reas\t% del total\n\n"
               "\t1\t\t1\t\t\t0.09\t\t50.00\n\t2\t\t1\t\t\t0.09\t\t50.00\n");
     EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"area.txt", "b.inf", "b.ozm"}));
+}
+
+TEST(ComposicionColor, PlanosEscaladosPorBanda) {
+    for (int codigo : kTipos) {
+        SCOPED_TRACE(NombreDeCodigo(codigo));
+        // 100 samples 0..99: 2 % at position floor(1.98) = 1, 98 % at
+        // ceil(97.02) = 98; 50 -> (49 / 97) x 255 = 128.8 -> 128.
+        const CImagen b = Imagen(codigo, 10, 10, Serie(0, 100));
+        const auto l = LimitesEscalado(b.pixeles, EscaladoColor::Lineal2);
+        ASSERT_TRUE(l);
+        EXPECT_EQ(l->bajo, 1);
+        EXPECT_EQ(l->alto, 98);
+        const auto mm = LimitesEscalado(b.pixeles, EscaladoColor::MinimoMaximo);
+        EXPECT_EQ(mm->alto, 99);
+        // Three bands: blue 0..99, green constant 5, red 99..0.
+        std::vector<double> inversa = Serie(0, 100);
+        std::reverse(inversa.begin(), inversa.end());
+        const CImagen g = Imagen(codigo, 10, 10, std::vector<double>(100, 5)), r = Imagen(codigo, 10, 10, inversa);
+        const auto p = ComponerColor(b.pixeles, g.pixeles, r.pixeles, 10, EscaladoColor::Lineal2);
+        ASSERT_TRUE(p);
+        EXPECT_EQ(p->azul[0], 0);
+        EXPECT_EQ(p->azul[1], 0);
+        EXPECT_EQ(p->azul[50], 128);
+        EXPECT_EQ(p->azul[98], 255);
+        EXPECT_EQ(p->verde[50], 0);
+        EXPECT_EQ(p->Rgb(0), 0xFF0000u);
+        EXPECT_EQ(p->Rgb(99), 0x0000FFu);
+        const auto q = ComponerColor(b.pixeles, g.pixeles, r.pixeles, 10, EscaladoColor::MinimoMaximo);
+        // 50 of 0..99: 50 / 99 x 255 = 128.8 -> 128; 1 -> 2.57 -> 2.
+        EXPECT_EQ(q->azul[50], 128);
+        EXPECT_EQ(q->azul[1], 2);
+        EXPECT_EQ(q->Rgb(99), 0x0000FFu);
+    }
+    EXPECT_EQ(EscalarValor(std::nan(""), {0, 10}), 0);
+    const CImagen a = Imagen(kByte, 1, 2, {1, 2}), d = Imagen(kReal, 1, 2, {1, 2});
+    EXPECT_FALSE(ComponerColor(a.pixeles, a.pixeles, d.pixeles, 1, EscaladoColor::Lineal2));
 }
