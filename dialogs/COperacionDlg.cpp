@@ -603,6 +603,7 @@ void COperacionDlg::Aceptar() {
         e.ventana = radiosVentana_[i] && radiosVentana_[i]->isChecked();
         if (e.ventana) continue;
         if (decl.maximo > 1) continue;  // lists are counted below
+        if (!e.elegido && decl.minimo == 0) continue;  // an optional image (a mask)
         if (!e.elegido) {
             ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, decl.nombre,
                                        decl.clase == ClaseEntrada::Fichero ? relleno::kUnArchivo : relleno::kUnaImagen));

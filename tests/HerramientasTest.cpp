@@ -496,3 +496,26 @@ TEST(ComposicionColor, PlanosEscaladosPorBanda) {
     const CImagen a = Imagen(kByte, 1, 2, {1, 2}), d = Imagen(kReal, 1, 2, {1, 2});
     EXPECT_FALSE(ComponerColor(a.pixeles, a.pixeles, d.pixeles, 1, EscaladoColor::Lineal2));
 }
+
+TEST(Reformar, OrdenesDeLaLineaDeOrdenes) {
+    CarpetaPrueba dir;
+    CImagen m = Imagen(kInteger, 3, 3, Serie(1, 9), "m"), s = Imagen(kInteger, 1, 2, {70000 - 65536, 9}, "s");
+    const std::string pm = Escribir(m, dir / "m"), ps = Escribir(s, dir / "s");
+    Espera({"concatenar", "--debajo", pm, ps, dir / "c"}, 0);
+    CImagen c;
+    ASSERT_FALSE(c.Cargar(dir / "c.ozm"));
+    EXPECT_EQ(Muestrario(c), (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8, 9, 4464, 9, 0}));
+    EXPECT_EQ(c.titulo, "m_Concatenada_a_s");
+    Espera({"concatenar", "--derecha", "--debajo", pm, ps, dir / "d"}, 2, std::string(texto::kConcatenarUnaPosicion) + "\n");
+    Espera({"concatenar", pm, ps, dir / "d"}, 64, "Uso: orvela-cli concatenar");
+    Espera({"concatenar", "--fila", "1", "--columna", "3", pm, ps, dir / "d"}, 2,
+           Rechazo(Mensaje::Tabla(msg::kConcatenarFuera)));
+    Espera({"contraer", "--filas", "3", "--columnas", "1", pm, dir / "d"}, 2, Rechazo(Mensaje::Tabla(msg::kContraccionFilas)));
+    Espera({"enventanar", "--fila-sup", "1", "--columna-sup", "1", "--fila-inf", "3", "--columna-inf", "4", pm, dir / "d"},
+           2, Rechazo(Mensaje::Tabla(msg::kEnventanarFuera)));
+    Espera({"enventanar", "--fila-sup", "1", "--columna-sup", "1", "--fila-inf", "3", "--columna-inf", "3", pm, dir / "w"}, 0);
+    CImagen w;
+    ASSERT_FALSE(w.Cargar(dir / "w.ozm"));
+    EXPECT_EQ(Muestrario(w), (std::vector<double>{5, 6, 8, 9}));
+    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"c.inf", "c.ozm", "m.inf", "m.ozm", "s.inf", "s.ozm", "w.inf", "w.ozm"}));
+}

@@ -80,10 +80,22 @@ std::optional<PlanosColor> ComponerColor(const Muestras& azul, const Muestras& v
         const T* b[3] = {azul.Como<T>().data(), verde.Como<T>().data(), rojo.Como<T>().data()};
         uint8_t* o[3] = {p.azul.data(), p.verde.data(), p.rojo.data()};
         const LimitesBanda* l[3] = {&p.limitesAzul, &p.limitesVerde, &p.limitesRojo};
+        // Whole samples: the byte of each possible value, once per band.
+        std::vector<uint8_t> tabla[3];
+        if constexpr (!kEsReal<T>)
+            for (int k = 0; k < 3; ++k) {
+                tabla[k].resize(std::size_t{1} << (8 * sizeof(T)));
+                for (std::size_t v = 0; v < tabla[k].size(); ++v)
+                    tabla[k][v] = EscalarValor(static_cast<double>(v), *l[k]);
+            }
         hecho = PorFilas(progreso, filas, [&](long desde, long hasta) {
             const std::size_t i0 = static_cast<std::size_t>(desde * columnas), i1 = static_cast<std::size_t>(hasta * columnas);
-            for (int k = 0; k < 3; ++k)
-                for (std::size_t i = i0; i < i1; ++i) o[k][i] = EscalarValor(static_cast<double>(b[k][i]), *l[k]);
+            for (int k = 0; k < 3; ++k) {
+                if constexpr (!kEsReal<T>)
+                    for (std::size_t i = i0; i < i1; ++i) o[k][i] = tabla[k][b[k][i]];
+                else
+                    for (std::size_t i = i0; i < i1; ++i) o[k][i] = EscalarValor(static_cast<double>(b[k][i]), *l[k]);
+            }
         });
     });
     if (!hecho) return std::nullopt;
