@@ -519,3 +519,31 @@ TEST(Reformar, OrdenesDeLaLineaDeOrdenes) {
     EXPECT_EQ(Muestrario(w), (std::vector<double>{5, 6, 8, 9}));
     EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"c.inf", "c.ozm", "m.inf", "m.ozm", "s.inf", "s.ozm", "w.inf", "w.ozm"}));
 }
+
+TEST(Regresion, SumasPorParesDeValoresComoPorPixeles) {
+    // The byte path sums over the counts of each pair of values; on a band
+    // whose figures are not exact it agrees with the sums over the pixels
+    // (the same figures through the integer type) to the last few bits.
+    std::vector<double> vx(4000), vy(4000);
+    std::vector<double> vm(4000);
+    for (std::size_t i = 0; i < vx.size(); ++i) {
+        vx[i] = static_cast<double>((i * 37) % 251);
+        vy[i] = static_cast<double>((i * 11 + (i * i) % 97) % 256);
+        vm[i] = (i % 3) != 0;
+    }
+    const CImagen bx = Imagen(kByte, 40, 100, vx), by = Imagen(kByte, 40, 100, vy);
+    const CImagen ix = Imagen(kInteger, 40, 100, vx), iy = Imagen(kInteger, 40, 100, vy);
+    const CImagen m = Imagen(kByte, 40, 100, vm);
+    for (const uint8_t* mascara : {static_cast<const uint8_t*>(nullptr), m.pixeles.Como<uint8_t>().data()}) {
+        const auto b = CalcularRegresion(bx.pixeles, by.pixeles, mascara, 40);
+        const auto e = CalcularRegresion(ix.pixeles, iy.pixeles, mascara, 40);
+        ASSERT_TRUE(b && e);
+        EXPECT_EQ(b->mediaX, e->mediaX);
+        EXPECT_EQ(b->muestra, e->muestra);
+        EXPECT_NEAR(b->desvX, e->desvX, 1e-12 * e->desvX);
+        EXPECT_NEAR(b->r, e->r, 1e-12);
+        EXPECT_NEAR(b->a, e->a, 1e-12);
+        EXPECT_NEAR(b->b, e->b, 1e-10);
+        EXPECT_NEAR(b->r2, e->r2, 1e-6);
+    }
+}

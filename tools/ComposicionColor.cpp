@@ -9,31 +9,45 @@ namespace orvela {
 
 namespace {
 
-// Sample at position k of the band in ascending order (NaN left out).
-template <class T> double Posicion(std::span<const T> d, double fraccion, bool haciaArriba) {
+// Samples at 2 % and 98 % of the band in ascending order (NaN left out).
+template <class T> LimitesBanda Posiciones(std::span<const T> d) {
+    auto indices = [](std::size_t n) {
+        const double pb = 0.02 * static_cast<double>(n - 1), pa = 0.98 * static_cast<double>(n - 1);
+        return std::pair<uint64_t, uint64_t>(static_cast<uint64_t>(std::floor(pb)), static_cast<uint64_t>(std::ceil(pa)));
+    };
+    LimitesBanda l;
     if constexpr (!kEsReal<T>) {
-        // Whole samples: counted by value, the position found in the counts.
+        // Whole samples: counted by value, the positions found in the counts.
         std::vector<uint64_t> cuenta(std::size_t{1} << (8 * sizeof(T)), 0);
         for (const T v : d) ++cuenta[v];
-        const double p = fraccion * static_cast<double>(d.size() - 1);
-        const uint64_t k = static_cast<uint64_t>(haciaArriba ? std::ceil(p) : std::floor(p));
+        const auto [kb, ka] = indices(d.size());
         uint64_t acumulado = 0;
+        bool bajo = false;
+        l.alto = static_cast<double>(cuenta.size() - 1);
         for (std::size_t v = 0; v < cuenta.size(); ++v) {
             acumulado += cuenta[v];
-            if (acumulado > k) return static_cast<double>(v);
+            if (!bajo && acumulado > kb) {
+                l.bajo = static_cast<double>(v);
+                bajo = true;
+            }
+            if (acumulado > ka) {
+                l.alto = static_cast<double>(v);
+                break;
+            }
         }
-        return static_cast<double>(cuenta.size() - 1);
     } else {
         std::vector<T> copia;
         copia.reserve(d.size());
         for (const T v : d)
             if (!std::isnan(v)) copia.push_back(v);
-        if (copia.empty()) return 0;
-        const double p = fraccion * static_cast<double>(copia.size() - 1);
-        const std::size_t k = static_cast<std::size_t>(haciaArriba ? std::ceil(p) : std::floor(p));
-        std::nth_element(copia.begin(), copia.begin() + static_cast<std::ptrdiff_t>(k), copia.end());
-        return static_cast<double>(copia[k]);
+        if (copia.empty()) return l;
+        const auto [kb, ka] = indices(copia.size());
+        std::nth_element(copia.begin(), copia.begin() + static_cast<std::ptrdiff_t>(ka), copia.end());
+        l.alto = static_cast<double>(copia[ka]);
+        std::nth_element(copia.begin(), copia.begin() + static_cast<std::ptrdiff_t>(kb), copia.begin() + static_cast<std::ptrdiff_t>(ka));
+        l.bajo = static_cast<double>(copia[kb]);
     }
+    return l;
 }
 
 }  // namespace
@@ -45,10 +59,7 @@ std::optional<LimitesBanda> LimitesEscalado(const Muestras& banda, EscaladoColor
         MinimoMaximo(banda, l.bajo, l.alto);
         return l;
     }
-    ConTipo(banda.Codigo(), [&]<class T>(Muestra<T>) {
-        l.bajo = Posicion<T>(banda.Como<T>(), 0.02, false);
-        l.alto = Posicion<T>(banda.Como<T>(), 0.98, true);
-    });
+    ConTipo(banda.Codigo(), [&]<class T>(Muestra<T>) { l = Posiciones<T>(banda.Como<T>()); });
     return l;
 }
 

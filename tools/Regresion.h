@@ -36,6 +36,9 @@ struct FigurasRegresion {
     float r2 = 0;          // kept in single precision
     uint64_t muestra = 0;  // pixels taken: all, or those of the mask
 };
+// The whole computation. Byte pairs sum over the counts of each pair of
+// values (a more exact sum, far fewer terms); the other types sum over the
+// pixels as the functions above do.
 std::optional<FigurasRegresion> CalcularRegresion(const Muestras& x, const Muestras& y, const uint8_t* mascara,
                                                   long filas, Progreso& progreso = SinProgreso());
 
