@@ -1,7 +1,9 @@
 #include "base/Progreso.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
+#include <mutex>
 
 #include <tbb/blocked_range.h>
 #include <tbb/global_control.h>
@@ -20,6 +22,19 @@ std::atomic<int> nucleosFijados{0};
 // smoothly and for the cores to share the work, large enough that the cost
 // of a block is only the rows themselves.
 long BloquePorDefecto(long filas) { return std::max(1L, filas / 256); }
+
+// One arena per number of cores, made once: making one costs more than a
+// small image's rows.
+tbb::task_arena& Arena(int nucleos) {
+    static std::mutex cerrojo;
+    static std::map<int, std::unique_ptr<tbb::task_arena>> arenas;
+    std::lock_guard<std::mutex> l(cerrojo);
+    // More threads than the machine has would only wait on each other.
+    nucleos = std::min(nucleos, tbb::info::default_concurrency());
+    auto& a = arenas[nucleos];
+    if (!a) a = std::make_unique<tbb::task_arena>(nucleos);
+    return *a;
+}
 
 }  // namespace
 
@@ -58,8 +73,7 @@ bool PorFilas(Progreso& p, long filas, const std::function<void(long, long)>& cu
     if (nucleos == 1 || bloques == 1) {
         for (long b = 0; b < bloques && !p.Cancelado(); ++b) uno(b);
     } else {
-        tbb::task_arena arena(nucleos);
-        arena.execute([&] {
+        Arena(nucleos).execute([&] {
             tbb::parallel_for(
                 tbb::blocked_range<long>(0, bloques, 1),
                 [&](const tbb::blocked_range<long>& r) {
@@ -69,6 +83,23 @@ bool PorFilas(Progreso& p, long filas, const std::function<void(long, long)>& cu
         });
     }
     return !p.Cancelado();
+}
+
+bool PorTrozos(Progreso& p, std::size_t n, const std::function<void(std::size_t, std::size_t)>& cuerpo) {
+    // Pieces of at least a million samples: a piece may build a table of all
+    // 65536 integer values first.
+    const std::size_t partes = 16u * static_cast<std::size_t>(NucleosEnUso());
+    const std::size_t trozo = std::max<std::size_t>(std::size_t{1} << 20, (n + partes - 1) / partes);
+    const long trozos = static_cast<long>((n + trozo - 1) / trozo);
+    return PorFilas(
+        p, trozos,
+        [&](long t0, long t1) {
+            for (long t = t0; t < t1; ++t) {
+                const std::size_t desde = static_cast<std::size_t>(t) * trozo;
+                cuerpo(desde, std::min(n, desde + trozo));
+            }
+        },
+        1);
 }
 
 }  // namespace orvela

@@ -54,6 +54,10 @@ Progreso& SinProgreso();
 // may then be left undone).
 bool PorFilas(Progreso& p, long filas, const std::function<void(long desde, long hasta)>& cuerpo, long bloque = 0);
 
+// Samples [0, n) of a sample-by-sample computation, in large pieces on
+// every core: cuerpo(desde, hasta). Each sample must be computed on its own.
+bool PorTrozos(Progreso& p, std::size_t n, const std::function<void(std::size_t desde, std::size_t hasta)>& cuerpo);
+
 // The same split for sums: parcial(desde, hasta) gives the figure of one
 // block of rows; the figures come back in block order, so that the caller
 // combines them in an order that never depends on the number of cores.

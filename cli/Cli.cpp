@@ -141,6 +141,8 @@ std::optional<std::string> LeerCampo(const Campo& c, const std::string& texto, V
     return std::nullopt;
 }
 
+}  // namespace
+
 int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& args, std::ostream& out,
                         std::ostream& err, Progreso& progreso) {
     std::set<std::string> validas, banderas;
@@ -232,8 +234,6 @@ int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& ar
     out << ej.consola;
     return kExito;
 }
-
-}  // namespace
 
 RegistroOrden::RegistroOrden(OrdenEspecial o) { Especiales().push_back(std::move(o)); }
 const std::vector<OrdenEspecial>& OrdenesEspeciales() { return Especiales(); }

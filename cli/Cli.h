@@ -11,6 +11,7 @@
 
 #include "base/Mensajes.h"
 #include "base/Progreso.h"
+#include "operations/Operacion.h"
 
 namespace orvela::cli {
 
@@ -24,6 +25,10 @@ inline constexpr int kUso = 64;       // a wrong command line
 // The operation reports to `progreso` and stops when it is cancelled.
 int Ejecutar(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
              Progreso& progreso = SinProgreso());
+
+// One operation's command line (after the order), built from its declaration.
+int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& args, std::ostream& out,
+                        std::ostream& err, Progreso& progreso = SinProgreso());
 
 // Options and positional arguments of one command line. Every option takes
 // a value (the next word, even when it starts with '-'), except the flags

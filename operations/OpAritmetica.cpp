@@ -43,7 +43,7 @@ const Declaracion kAritmetica = [] {
         const auto op = static_cast<OperacionAritmetica>(c.valores.Entero(kOperacion));
         Resultado r = UnaSalida(c, kDouble, [&](CImagen& salida) -> std::optional<Mensaje> {
             GeorreferenciaDelPar(a, b, salida);
-            const auto estado = OperarAritmetica(op, a.pixeles, b.pixeles, salida.pixeles);
+            const auto estado = OperarAritmetica(op, a.pixeles, b.pixeles, salida.pixeles, c.progreso);
             if (!estado) return Mensaje::Tabla(msg::kTipoNoReconocido);
             if (*estado != kDenominadorCero) return std::nullopt;
             // Nothing of the quotient is kept; the window shows the second image.

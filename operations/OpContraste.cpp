@@ -86,7 +86,7 @@ const Declaracion kContraste = [] {
         p.nvMaximo = c.valores.Numero(kNvMaximo);
         p.nvMinimo = c.valores.Numero(kNvMinimo);
         return UnaSalida(c, 0,
-                         [&](CImagen& salida) { return ExpandirContraste(c.entradas[0]->pixeles, salida.pixeles, p); });
+                         [&](CImagen& salida) { return ExpandirContraste(c.entradas[0]->pixeles, salida.pixeles, p, c.progreso); });
     };
     d.sufijo = SufijoFijo("_Expansión_del_Contraste");
     return d;

@@ -45,7 +45,7 @@ const Declaracion kEscalar = [] {
     d.calcular = [](const Contexto& c) {
         const auto op = static_cast<OperacionEscalar>(c.valores.Entero(kOperacion));
         return UnaSalida(c, kDouble, [&](CImagen& salida) {
-            return OperarConEscalar(op, c.entradas[0]->pixeles, c.valores.Numero(kValorEscalar), salida.pixeles);
+            return OperarConEscalar(op, c.entradas[0]->pixeles, c.valores.Numero(kValorEscalar), salida.pixeles, c.progreso);
         });
     };
     // No suffix: the result keeps the input's title.

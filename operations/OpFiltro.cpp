@@ -139,22 +139,22 @@ const Declaracion kFiltro = [] {
         const long filas = e.Filas(), columnas = e.Columnas();
         bool hecho = false;
         switch (Tipo(v)) {
-            case kMedia: hecho = FiltroMedia(in, filas, columnas, k, out); break;
-            case kMediana: hecho = FiltroMediana(in, filas, columnas, k, out); break;
-            case kModa: hecho = FiltroModa(in, filas, columnas, k, out); break;
-            case kMaximo: hecho = FiltroMaximo(in, filas, columnas, k, out); break;
-            case kMinimo: hecho = FiltroMinimo(in, filas, columnas, k, out); break;
+            case kMedia: hecho = FiltroMedia(in, filas, columnas, k, out, c.progreso); break;
+            case kMediana: hecho = FiltroMediana(in, filas, columnas, k, out, c.progreso); break;
+            case kModa: hecho = FiltroModa(in, filas, columnas, k, out, c.progreso); break;
+            case kMaximo: hecho = FiltroMaximo(in, filas, columnas, k, out, c.progreso); break;
+            case kMinimo: hecho = FiltroMinimo(in, filas, columnas, k, out, c.progreso); break;
             case kPasoAlto:
-                hecho = FiltroPasoAlto(in, filas, columnas, k, static_cast<PasoAlto>(v.Entero(kVariantePasoAlto)), out);
+                hecho = FiltroPasoAlto(in, filas, columnas, k, static_cast<PasoAlto>(v.Entero(kVariantePasoAlto)), out, c.progreso);
                 break;
             case kPasoBajo:
-                hecho = FiltroPasoBajo(in, filas, columnas, k, static_cast<PasoBajo>(v.Entero(kVariantePasoBajo)), out);
+                hecho = FiltroPasoBajo(in, filas, columnas, k, static_cast<PasoBajo>(v.Entero(kVariantePasoBajo)), out, c.progreso);
                 break;
             case kDireccional:
-                hecho = FiltroDireccional(in, filas, columnas, static_cast<Direccion>(v.Entero(kVarianteDireccional)), out);
+                hecho = FiltroDireccional(in, filas, columnas, static_cast<Direccion>(v.Entero(kVarianteDireccional)), out, c.progreso);
                 break;
             case kPersonalizado:
-                hecho = FiltroPersonalizado(in, filas, columnas, k, v.Lista(kCoeficientes), out);
+                hecho = FiltroPersonalizado(in, filas, columnas, k, v.Lista(kCoeficientes), out, c.progreso);
                 break;
             default: break;
         }

@@ -48,7 +48,7 @@ const Declaracion kFuncion = [] {
     d.calcular = [](const Contexto& c) {
         const auto f = static_cast<Funcion>(c.valores.Entero(kOperacion));
         return UnaSalida(c, kDouble,
-                         [&](CImagen& salida) { return AplicarFuncion(f, c.entradas[0]->pixeles, salida.pixeles); });
+                         [&](CImagen& salida) { return AplicarFuncion(f, c.entradas[0]->pixeles, salida.pixeles, c.progreso); });
     };
     d.sufijo = SufijoSegun(kOperacion,
                            {"_^2", "_sqrt", "_ln", "_exp", "_seno", "_coseno", "_tangente", "_valor_absoluto"});

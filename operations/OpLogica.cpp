@@ -46,7 +46,7 @@ const Declaracion kLogica = [] {
         const auto op = static_cast<OperacionLogica>(c.valores.Entero(kOperacion));
         return UnaSalida(c, 0, [&](CImagen& salida) {
             GeorreferenciaDelPar(a, b, salida);
-            return OperarLogica(op, a.pixeles, b.pixeles, salida.pixeles);
+            return OperarLogica(op, a.pixeles, b.pixeles, salida.pixeles, c.progreso);
         });
     };
     d.sufijo = SufijoSegun(kOperacion, {"_And_", "_Or_", "_Xor_"});

@@ -32,9 +32,9 @@ Filtro Propio(int k, std::vector<double> w) {
     return [k, w](const Muestras& e, long f, long c, Muestras& s) { return FiltroPersonalizado(e, f, c, k, w, s); };
 }
 // The mean and the rank filters take the window size alone.
-using Ventana = bool (*)(const Muestras&, long, long, int, Muestras&);
+using Ventana = bool (*)(const Muestras&, long, long, int, Muestras&, Progreso&);
 Filtro DeVentana(Ventana v, int k) {
-    return [v, k](const Muestras& e, long f, long c, Muestras& s) { return v(e, f, c, k, s); };
+    return [v, k](const Muestras& e, long f, long c, Muestras& s) { return v(e, f, c, k, s, SinProgreso()); };
 }
 Filtro Media(int k) { return DeVentana(FiltroMedia, k); }
 enum class Rango { kMediana, kMaximo, kMinimo, kModa };

@@ -1,5 +1,7 @@
 #include "tools/Aritmetica.h"
 
+#include <atomic>
+
 #include <algorithm>
 #include <type_traits>
 
@@ -148,23 +150,30 @@ ORVELA_ARITMETICA(float)
 ORVELA_ARITMETICA(double)
 #undef ORVELA_ARITMETICA
 
-std::optional<int> OperarAritmetica(OperacionAritmetica op, const Muestras& a, const Muestras& b, Muestras& r) {
+std::optional<int> OperarAritmetica(OperacionAritmetica op, const Muestras& a, const Muestras& b, Muestras& r,
+                                    Progreso& progreso) {
     if (a.Codigo() != b.Codigo() || a.Cantidad() != b.Cantidad() || r.Codigo() != kDouble ||
         r.Cantidad() != a.Cantidad())
         return std::nullopt;
     return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) -> int {
-        const auto x = a.Como<T>();
-        const auto y = b.Como<T>();
-        const auto z = r.Como<double>();
-        switch (op) {
-            case OperacionAritmetica::Suma: Sumar<T>(x, y, z); break;
-            case OperacionAritmetica::Resta: Restar<T>(x, y, z); break;
-            case OperacionAritmetica::Producto: Multiplicar<T>(x, y, z); break;
-            case OperacionAritmetica::Cociente: return Dividir<T>(x, y, z);
-            case OperacionAritmetica::DiferenciaNormalizada: return DiferenciaNormalizada<T>(x, y, z);
-            case OperacionAritmetica::Superposicion: Superponer<T>(x, y, z); break;
-        }
-        return kCalculoCorrecto;
+        // A zero denominator in any piece spoils the whole result.
+        std::atomic<int> estado{kCalculoCorrecto};
+        PorTrozos(progreso, r.Cantidad(), [&](std::size_t i, std::size_t j) {
+            const auto x = a.Como<T>().subspan(i, j - i);
+            const auto y = b.Como<T>().subspan(i, j - i);
+            const auto z = r.Como<double>().subspan(i, j - i);
+            int e = kCalculoCorrecto;
+            switch (op) {
+                case OperacionAritmetica::Suma: Sumar<T>(x, y, z); break;
+                case OperacionAritmetica::Resta: Restar<T>(x, y, z); break;
+                case OperacionAritmetica::Producto: Multiplicar<T>(x, y, z); break;
+                case OperacionAritmetica::Cociente: e = Dividir<T>(x, y, z); break;
+                case OperacionAritmetica::DiferenciaNormalizada: e = DiferenciaNormalizada<T>(x, y, z); break;
+                case OperacionAritmetica::Superposicion: Superponer<T>(x, y, z); break;
+            }
+            if (e != kCalculoCorrecto) estado.store(e);
+        });
+        return estado.load();
     });
 }
 

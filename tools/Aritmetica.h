@@ -14,6 +14,7 @@
 #include <optional>
 #include <span>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -46,6 +47,7 @@ template <class T> void Superponer(std::span<const T> a, std::span<const T> b, s
 // Runs `op` on two buffers of the same type code and length into `r`, a
 // double buffer of that length. Returns the status, or std::nullopt when the
 // type code is unknown (message 61250) or the buffers do not match.
-std::optional<int> OperarAritmetica(OperacionAritmetica op, const Muestras& a, const Muestras& b, Muestras& r);
+std::optional<int> OperarAritmetica(OperacionAritmetica op, const Muestras& a, const Muestras& b, Muestras& r,
+                                    Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

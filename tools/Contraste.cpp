@@ -157,24 +157,34 @@ ORVELA_CONTRASTE(float)
 ORVELA_CONTRASTE(double)
 #undef ORVELA_CONTRASTE
 
-bool ExpandirContraste(const Muestras& x, Muestras& r, const ParametrosContraste& p) {
+bool ExpandirContraste(const Muestras& x, Muestras& r, const ParametrosContraste& p, Progreso& progreso) {
     if (x.Codigo() != r.Codigo() || x.Cantidad() != r.Cantidad() || x.Cantidad() == 0) return false;
     return ConTipo(x.Codigo(), [&]<class T>(Muestra<T>) {
         const auto in = x.Como<T>();
         const auto out = r.Como<T>();
+        auto aplicar = [&](const auto& porTrozo) {
+            PorTrozos(progreso, in.size(), [&](std::size_t i, std::size_t j) {
+                porTrozo(in.subspan(i, j - i), out.subspan(i, j - i));
+            });
+        };
         switch (p.metodo) {
             case MetodoContraste::Lineal: {
                 const double media = ImageMean(x);
                 const double desviacion = ImageStdDev(x, media);
-                AplicarRecta<T>(in, out, RectaLineal(media, desviacion, p.nvMinimo, p.nvMaximo), p.nvMinimo);
+                const RectaContraste recta = RectaLineal(media, desviacion, p.nvMinimo, p.nvMaximo);
+                aplicar([&](auto a, auto b) { AplicarRecta<T>(a, b, recta, p.nvMinimo); });
                 break;
             }
-            case MetodoContraste::Ecualizacion:
-                Ecualizar<T>(in, out, CalcularTablaEcualizacion(ContarNiveles<T>(in), in.size()));
+            case MetodoContraste::Ecualizacion: {
+                const TablaEcualizacion tabla = CalcularTablaEcualizacion(ContarNiveles<T>(in), in.size());
+                aplicar([&](auto a, auto b) { Ecualizar<T>(a, b, tabla); });
                 break;
-            case MetodoContraste::RangoInteractivo:
-                AplicarRecta<T>(in, out, RectaRango(p.ndMinimo, p.ndMaximo, p.nvMinimo, p.nvMaximo), p.nvMinimo);
+            }
+            case MetodoContraste::RangoInteractivo: {
+                const RectaContraste recta = RectaRango(p.ndMinimo, p.ndMaximo, p.nvMinimo, p.nvMaximo);
+                aplicar([&](auto a, auto b) { AplicarRecta<T>(a, b, recta, p.nvMinimo); });
                 break;
+            }
         }
     });
 }

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <span>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -62,6 +63,7 @@ template <class T> void Ecualizar(std::span<const T> x, std::span<T> r, const Ta
 
 // `r` of the input's type and length. False when the type code is unknown
 // (message 61250) or the buffers do not match.
-bool ExpandirContraste(const Muestras& x, Muestras& r, const ParametrosContraste& p);
+bool ExpandirContraste(const Muestras& x, Muestras& r, const ParametrosContraste& p,
+                       Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

@@ -40,6 +40,7 @@
 #endif
 
 #include "image/Conversion.h"
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela::convolucion {
@@ -388,25 +389,28 @@ void AlmacenarFila(const S* sumas, const T* centro, long n, const Op& op, T* sal
 // sample under a 0 weight gives NaN just as the plain loop does.
 template <class T, class Op>
 void Convolucionar(const T* entrada, long filas, long columnas, int k, std::vector<Toma> tomas, const Op& op,
-                   T* salida) {
+                   T* salida, Progreso& progreso = SinProgreso()) {
     BordeACero(salida, filas, columnas, k);
+    if (filas < k || columnas < k) return;
     const int h = k / 2;
-    auto fila = [&](long y, const auto* sumas, long n) {
-        AlmacenarFila(sumas, entrada + y * columnas + h, n, op, salida + y * columnas + h);
-    };
-    if constexpr (std::is_integral_v<T>) {
-        std::erase_if(tomas, [](const Toma& t) { return t.peso == 0.0; });
-        const int bits = BitsSumaEntera<T>(tomas);
-        if (bits == 16) {
-            SumasEnteras<uint16_t>(entrada, filas, columnas, k, tomas, fila);
-            return;
+    if constexpr (std::is_integral_v<T>) std::erase_if(tomas, [](const Toma& t) { return t.peso == 0.0; });
+    // Bands of output rows on every core; each band reads the rows its
+    // windows need and writes only its own rows.
+    PorFilas(progreso, filas - 2 * h, [&](long desde, long hasta) {
+        const long y0 = desde + h;
+        const T* sub = entrada + (y0 - h) * columnas;
+        const long filasSub = (hasta - desde) + 2 * h;
+        auto fila = [&](long y, const auto* sumas, long n) {
+            const long yy = y + y0 - h;
+            AlmacenarFila(sumas, entrada + yy * columnas + h, n, op, salida + yy * columnas + h);
+        };
+        if constexpr (std::is_integral_v<T>) {
+            const int bits = BitsSumaEntera<T>(tomas);
+            if (bits == 16) return SumasEnteras<uint16_t>(sub, filasSub, columnas, k, tomas, fila);
+            if (bits == 32) return SumasEnteras<uint32_t>(sub, filasSub, columnas, k, tomas, fila);
         }
-        if (bits == 32) {
-            SumasEnteras<uint32_t>(entrada, filas, columnas, k, tomas, fila);
-            return;
-        }
-    }
-    SumasReales(entrada, filas, columnas, k, tomas, fila);
+        SumasReales(sub, filasSub, columnas, k, tomas, fila);
+    });
 }
 
 // The checks every filter entry point makes: a window of 3, 5 or 7, and an

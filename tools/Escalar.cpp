@@ -20,9 +20,13 @@ template void OperarConEscalar<uint16_t>(OperacionEscalar, std::span<const uint1
 template void OperarConEscalar<float>(OperacionEscalar, std::span<const float>, double, std::span<double>);
 template void OperarConEscalar<double>(OperacionEscalar, std::span<const double>, double, std::span<double>);
 
-bool OperarConEscalar(OperacionEscalar op, const Muestras& a, double s, Muestras& r) {
+bool OperarConEscalar(OperacionEscalar op, const Muestras& a, double s, Muestras& r, Progreso& progreso) {
     if (r.Codigo() != kDouble || r.Cantidad() != a.Cantidad()) return false;
-    return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) { OperarConEscalar<T>(op, a.Como<T>(), s, r.Como<double>()); });
+    return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) {
+        PorTrozos(progreso, r.Cantidad(), [&](std::size_t i, std::size_t j) {
+            OperarConEscalar<T>(op, a.Como<T>().subspan(i, j - i), s, r.Como<double>().subspan(i, j - i));
+        });
+    });
 }
 
 }  // namespace orvela

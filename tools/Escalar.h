@@ -5,6 +5,7 @@
 
 #include <span>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -21,6 +22,7 @@ template <class T> void OperarConEscalar(OperacionEscalar op, std::span<const T>
 
 // `r` is a double buffer as long as `a`. False when the type code is
 // unknown (message 61250) or the lengths differ.
-bool OperarConEscalar(OperacionEscalar op, const Muestras& a, double s, Muestras& r);
+bool OperarConEscalar(OperacionEscalar op, const Muestras& a, double s, Muestras& r,
+                      Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

@@ -25,17 +25,17 @@ namespace {
 constexpr double kEscala = static_cast<double>(0.1f);
 
 template <class T>
-void FiltrarDireccional(const T* entrada, long filas, long columnas, Direccion d, T* salida) {
+void FiltrarDireccional(const T* entrada, long filas, long columnas, Direccion d, T* salida, Progreso& progreso) {
     const auto op = [](auto suma, auto) { return kEscala * suma; };
-    convolucion::Convolucionar(entrada, filas, columnas, 3, convolucion::Tomas(3, MascaraDireccional(d)), op, salida);
+    convolucion::Convolucionar(entrada, filas, columnas, 3, convolucion::Tomas(3, MascaraDireccional(d)), op, salida, progreso);
 }
 
 }  // namespace
 
-bool FiltroDireccional(const Muestras& entrada, long filas, long columnas, Direccion d, Muestras& salida) {
+bool FiltroDireccional(const Muestras& entrada, long filas, long columnas, Direccion d, Muestras& salida, Progreso& progreso) {
     if (!convolucion::Dimensiones(entrada, filas, columnas, 3, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
-        FiltrarDireccional(entrada.Como<T>().data(), filas, columnas, d, salida.Como<T>().data());
+        FiltrarDireccional(entrada.Como<T>().data(), filas, columnas, d, salida.Como<T>().data(), progreso);
     });
 }
 

@@ -12,6 +12,7 @@
 
 #include <vector>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -24,6 +25,7 @@ std::vector<double> MascaraDireccional(Direccion d);
 
 // `salida` is already sized, of the input's type. False for an unknown type
 // code or sizes that do not match.
-bool FiltroDireccional(const Muestras& entrada, long filas, long columnas, Direccion d, Muestras& salida);
+bool FiltroDireccional(const Muestras& entrada, long filas, long columnas, Direccion d, Muestras& salida,
+        Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

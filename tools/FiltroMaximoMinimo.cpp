@@ -119,16 +119,18 @@ bool HayNaN(const T* x, long n) {
 }
 
 template <class M, class T>
-void PorTamano(const T* e, long filas, long columnas, int k, T* s) {
-    switch (k) {
-        case 3: Extremo<M, 3>(e, filas, columnas, s); break;
-        case 5: Extremo<M, 5>(e, filas, columnas, s); break;
-        default: Extremo<M, 7>(e, filas, columnas, s); break;
-    }
+void PorTamano(const T* e, long filas, long columnas, int k, T* s, Progreso& progreso) {
+    rango::PorBandas(progreso, e, filas, columnas, (k - 1) / 2, s, [k](const T* x, long f, long c, T* y) {
+        switch (k) {
+            case 3: Extremo<M, 3>(x, f, c, y); break;
+            case 5: Extremo<M, 5>(x, f, c, y); break;
+            default: Extremo<M, 7>(x, f, c, y); break;
+        }
+    });
 }
 
 template <bool kMinimo>
-bool Filtrar(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
+bool Filtrar(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
     if (!rango::ArgumentosValidos(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
         const T* e = entrada.Como<T>().data();
@@ -138,22 +140,22 @@ bool Filtrar(const Muestras& entrada, long filas, long columnas, int k, Muestras
         if (filas < k || columnas < k) return;
         if constexpr (std::is_floating_point_v<T>) {
             if (HayNaN(e, filas * columnas)) {
-                PorTamano<Modo<T, kMinimo, true>>(e, filas, columnas, k, s);
+                PorTamano<Modo<T, kMinimo, true>>(e, filas, columnas, k, s, progreso);
                 return;
             }
         }
-        PorTamano<Modo<T, kMinimo, false>>(e, filas, columnas, k, s);
+        PorTamano<Modo<T, kMinimo, false>>(e, filas, columnas, k, s, progreso);
     });
 }
 
 }  // namespace
 
-bool FiltroMaximo(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
-    return Filtrar<false>(entrada, filas, columnas, k, salida);
+bool FiltroMaximo(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
+    return Filtrar<false>(entrada, filas, columnas, k, salida, progreso);
 }
 
-bool FiltroMinimo(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
-    return Filtrar<true>(entrada, filas, columnas, k, salida);
+bool FiltroMinimo(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
+    return Filtrar<true>(entrada, filas, columnas, k, salida, progreso);
 }
 
 }  // namespace orvela

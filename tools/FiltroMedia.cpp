@@ -35,7 +35,7 @@ double Media(const Muestras& m) {
 }
 
 template <class T>
-void FiltrarMedia(const T* entrada, long filas, long columnas, int k, double media, T* salida) {
+void FiltrarMedia(const T* entrada, long filas, long columnas, int k, double media, T* salida, Progreso& progreso) {
     using convolucion::Toma;
     std::vector<Toma> vecinos;
     for (int f = 0; f < k; ++f)
@@ -44,15 +44,15 @@ void FiltrarMedia(const T* entrada, long filas, long columnas, int k, double med
     // The divisor is the same for every pixel.
     const double divisor = media + static_cast<double>(k * k - 1);
     const auto op = [media, divisor](auto suma, auto centro) { return (suma + media * centro) / divisor; };
-    convolucion::Convolucionar(entrada, filas, columnas, k, std::move(vecinos), op, salida);
+    convolucion::Convolucionar(entrada, filas, columnas, k, std::move(vecinos), op, salida, progreso);
 }
 
 }  // namespace
 
-bool FiltroMedia(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
+bool FiltroMedia(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
     if (!convolucion::Dimensiones(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
-        FiltrarMedia(entrada.Como<T>().data(), filas, columnas, k, Media<T>(entrada), salida.Como<T>().data());
+        FiltrarMedia(entrada.Como<T>().data(), filas, columnas, k, Media<T>(entrada), salida.Como<T>().data(), progreso);
     });
 }
 

@@ -6,12 +6,14 @@
 // store rule.
 #pragma once
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
 
 // `salida` is already sized, of the input's type; k is 3, 5 or 7. False for
 // an unknown type code or sizes that do not match.
-bool FiltroMedia(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida);
+bool FiltroMedia(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida,
+        Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

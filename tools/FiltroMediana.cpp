@@ -351,7 +351,7 @@ void Mediana(const T* entrada, long filas, long columnas, T* salida) {
 
 }  // namespace
 
-bool FiltroMediana(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
+bool FiltroMediana(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
     if (!rango::ArgumentosValidos(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
         const T* e = entrada.Como<T>().data();
@@ -359,11 +359,13 @@ bool FiltroMediana(const Muestras& entrada, long filas, long columnas, int k, Mu
         // The 3 x 3 rows zero their own ends.
         rango::BordeACero(s, filas, columnas, (k - 1) / 2, k != 3);
         if (filas < k || columnas < k) return;
-        switch (k) {
-            case 3: Mediana<3>(e, filas, columnas, s); break;
-            case 5: Mediana<5>(e, filas, columnas, s); break;
-            default: Mediana<7>(e, filas, columnas, s); break;
-        }
+        rango::PorBandas(progreso, e, filas, columnas, (k - 1) / 2, s, [k](const T* x, long f, long c, T* y) {
+            switch (k) {
+                case 3: Mediana<3>(x, f, c, y); break;
+                case 5: Mediana<5>(x, f, c, y); break;
+                default: Mediana<7>(x, f, c, y); break;
+            }
+        });
     });
 }
 

@@ -176,7 +176,7 @@ void Moda(const T* entrada, long filas, long columnas, double mn, double mx, T* 
 
 }  // namespace
 
-bool FiltroModa(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida) {
+bool FiltroModa(const Muestras& entrada, long filas, long columnas, int k, Muestras& salida, Progreso& progreso) {
     if (!rango::ArgumentosValidos(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
         const T* e = entrada.Como<T>().data();
@@ -185,11 +185,13 @@ bool FiltroModa(const Muestras& entrada, long filas, long columnas, int k, Muest
         if (filas < k || columnas < k) return;
         double mn = 0.0, mx = 0.0;
         if constexpr (std::is_floating_point_v<T>) MinimoMaximo(entrada, mn, mx);
-        switch (k) {
-            case 3: Moda<3>(e, filas, columnas, mn, mx, s); break;
-            case 5: Moda<5>(e, filas, columnas, mn, mx, s); break;
-            default: Moda<7>(e, filas, columnas, mn, mx, s); break;
-        }
+        rango::PorBandas(progreso, e, filas, columnas, (k - 1) / 2, s, [&](const T* x, long f, long c, T* y) {
+            switch (k) {
+                case 3: Moda<3>(x, f, c, mn, mx, y); break;
+                case 5: Moda<5>(x, f, c, mn, mx, y); break;
+                default: Moda<7>(x, f, c, mn, mx, y); break;
+            }
+        });
     });
 }
 

@@ -28,18 +28,18 @@ double EscalaPasoAlto(int k, PasoAlto v) {
 namespace {
 
 template <class T>
-void FiltrarPasoAlto(const T* entrada, long filas, long columnas, int k, PasoAlto v, T* salida) {
+void FiltrarPasoAlto(const T* entrada, long filas, long columnas, int k, PasoAlto v, T* salida, Progreso& progreso) {
     const double escala = EscalaPasoAlto(k, v);
     const auto op = [escala](auto suma, auto) { return escala * suma; };
-    convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, NucleoPasoAlto(k, v)), op, salida);
+    convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, NucleoPasoAlto(k, v)), op, salida, progreso);
 }
 
 }  // namespace
 
-bool FiltroPasoAlto(const Muestras& entrada, long filas, long columnas, int k, PasoAlto v, Muestras& salida) {
+bool FiltroPasoAlto(const Muestras& entrada, long filas, long columnas, int k, PasoAlto v, Muestras& salida, Progreso& progreso) {
     if (!convolucion::Dimensiones(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
-        FiltrarPasoAlto(entrada.Como<T>().data(), filas, columnas, k, v, salida.Como<T>().data());
+        FiltrarPasoAlto(entrada.Como<T>().data(), filas, columnas, k, v, salida.Como<T>().data(), progreso);
     });
 }
 

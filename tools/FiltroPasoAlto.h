@@ -12,6 +12,7 @@
 
 #include <vector>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -25,6 +26,7 @@ double EscalaPasoAlto(int k, PasoAlto v);
 
 // `salida` is already sized, of the input's type; k is 3, 5 or 7. False for
 // an unknown type code or sizes that do not match.
-bool FiltroPasoAlto(const Muestras& entrada, long filas, long columnas, int k, PasoAlto v, Muestras& salida);
+bool FiltroPasoAlto(const Muestras& entrada, long filas, long columnas, int k, PasoAlto v, Muestras& salida,
+        Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

@@ -27,7 +27,7 @@ double EscalaPasoBajo(int k, PasoBajo v) {
 namespace {
 
 template <class T>
-void FiltrarPasoBajo(const T* entrada, long filas, long columnas, int k, PasoBajo v, T* salida) {
+void FiltrarPasoBajo(const T* entrada, long filas, long columnas, int k, PasoBajo v, T* salida, Progreso& progreso) {
     const double escala = EscalaPasoBajo(k, v);
     std::vector<double> pesos = NucleoPasoBajo(k, v);
     if (std::is_integral_v<T> && v == PasoBajo::Ponderado1) {
@@ -35,19 +35,19 @@ void FiltrarPasoBajo(const T* entrada, long filas, long columnas, int k, PasoBaj
         // exact either way; 0.25 * it is exactly the plain sum.
         for (double& p : pesos) p *= 4.0;
         const auto op = [escala](auto suma, auto) { return escala * (0.25 * suma); };
-        convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, pesos), op, salida);
+        convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, pesos), op, salida, progreso);
         return;
     }
     const auto op = [escala](auto suma, auto) { return escala * suma; };
-    convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, pesos), op, salida);
+    convolucion::Convolucionar(entrada, filas, columnas, k, convolucion::Tomas(k, pesos), op, salida, progreso);
 }
 
 }  // namespace
 
-bool FiltroPasoBajo(const Muestras& entrada, long filas, long columnas, int k, PasoBajo v, Muestras& salida) {
+bool FiltroPasoBajo(const Muestras& entrada, long filas, long columnas, int k, PasoBajo v, Muestras& salida, Progreso& progreso) {
     if (!convolucion::Dimensiones(entrada, filas, columnas, k, salida)) return false;
     return ConTipo(entrada.Codigo(), [&]<class T>(Muestra<T>) {
-        FiltrarPasoBajo(entrada.Como<T>().data(), filas, columnas, k, v, salida.Como<T>().data());
+        FiltrarPasoBajo(entrada.Como<T>().data(), filas, columnas, k, v, salida.Como<T>().data(), progreso);
     });
 }
 

@@ -14,6 +14,7 @@
 
 #include <vector>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -27,6 +28,7 @@ double EscalaPasoBajo(int k, PasoBajo v);
 
 // `salida` is already sized, of the input's type; k is 3, 5 or 7. False for
 // an unknown type code or sizes that do not match.
-bool FiltroPasoBajo(const Muestras& entrada, long filas, long columnas, int k, PasoBajo v, Muestras& salida);
+bool FiltroPasoBajo(const Muestras& entrada, long filas, long columnas, int k, PasoBajo v, Muestras& salida,
+        Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

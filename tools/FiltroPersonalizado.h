@@ -10,6 +10,7 @@
 
 #include <vector>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -21,6 +22,7 @@ double DivisorPersonalizado(const std::vector<double>& coeficientes);
 // are k*k coefficients. False for an unknown type code, sizes that do not
 // match or a wrong number of coefficients.
 bool FiltroPersonalizado(const Muestras& entrada, long filas, long columnas, int k,
-                         const std::vector<double>& coeficientes, Muestras& salida);
+                         const std::vector<double>& coeficientes, Muestras& salida,
+        Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

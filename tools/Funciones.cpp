@@ -65,9 +65,13 @@ template void AplicarFuncion<uint16_t>(Funcion, std::span<const uint16_t>, std::
 template void AplicarFuncion<float>(Funcion, std::span<const float>, std::span<double>);
 template void AplicarFuncion<double>(Funcion, std::span<const double>, std::span<double>);
 
-bool AplicarFuncion(Funcion f, const Muestras& a, Muestras& r) {
+bool AplicarFuncion(Funcion f, const Muestras& a, Muestras& r, Progreso& progreso) {
     if (r.Codigo() != kDouble || r.Cantidad() != a.Cantidad()) return false;
-    return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) { AplicarFuncion<T>(f, a.Como<T>(), r.Como<double>()); });
+    return ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) {
+        PorTrozos(progreso, r.Cantidad(), [&](std::size_t i, std::size_t j) {
+            AplicarFuncion<T>(f, a.Como<T>().subspan(i, j - i), r.Como<double>().subspan(i, j - i));
+        });
+    });
 }
 
 }  // namespace orvela

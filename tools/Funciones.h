@@ -8,6 +8,7 @@
 
 #include <span>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -31,6 +32,6 @@ template <class T> void AplicarFuncion(Funcion f, std::span<const T> a, std::spa
 
 // `r` is a double buffer as long as `a`. False when the type code is
 // unknown (message 61250) or the lengths differ.
-bool AplicarFuncion(Funcion f, const Muestras& a, Muestras& r);
+bool AplicarFuncion(Funcion f, const Muestras& a, Muestras& r, Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

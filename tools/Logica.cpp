@@ -30,14 +30,17 @@ template void OperarLogica<uint8_t>(OperacionLogica, std::span<const uint8_t>, s
 template void OperarLogica<uint16_t>(OperacionLogica, std::span<const uint16_t>, std::span<const uint16_t>,
                                      std::span<uint16_t>);
 
-bool OperarLogica(OperacionLogica op, const Muestras& a, const Muestras& b, Muestras& r) {
+bool OperarLogica(OperacionLogica op, const Muestras& a, const Muestras& b, Muestras& r, Progreso& progreso) {
     if (a.Codigo() != b.Codigo() || a.Codigo() != r.Codigo() || a.Cantidad() != b.Cantidad() ||
         a.Cantidad() != r.Cantidad())
         return false;
     bool hecho = false;
     ConTipo(a.Codigo(), [&]<class T>(Muestra<T>) {
         if constexpr (std::is_integral_v<T>) {
-            OperarLogica<T>(op, a.Como<T>(), b.Como<T>(), r.Como<T>());
+            PorTrozos(progreso, r.Cantidad(), [&](std::size_t i, std::size_t j) {
+                OperarLogica<T>(op, a.Como<T>().subspan(i, j - i), b.Como<T>().subspan(i, j - i),
+                                r.Como<T>().subspan(i, j - i));
+            });
             hecho = true;
         }
     });

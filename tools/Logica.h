@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela {
@@ -16,6 +17,7 @@ template <class T> void OperarLogica(OperacionLogica op, std::span<const T> a, s
 
 // `a`, `b` and `r` of one type and length. False when that type is not
 // byte or integer (message 61250) or the buffers do not match.
-bool OperarLogica(OperacionLogica op, const Muestras& a, const Muestras& b, Muestras& r);
+bool OperarLogica(OperacionLogica op, const Muestras& a, const Muestras& b, Muestras& r,
+                  Progreso& progreso = SinProgreso());
 
 }  // namespace orvela

@@ -6,8 +6,11 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
+#include <vector>
 
+#include "base/Progreso.h"
 #include "image/Muestras.h"
 
 namespace orvela::rango {
@@ -73,5 +76,29 @@ template <class F, class U> struct ClaveReal {
 };
 template <> struct Clave<float> : ClaveReal<float, uint32_t> {};
 template <> struct Clave<double> : ClaveReal<double, uint64_t> {};
+
+// Runs `kernel(entrada, filas, columnas, salida)`, a filter whose interior
+// rows depend only on the input rows of their windows, on bands of rows on
+// every core. Each band runs the kernel on the rows its windows read, into a
+// buffer of its own, and keeps only its own interior rows; the border rows
+// are left as they are. The bands are a few per core, so that one core
+// hardly repeats any work.
+template <class T, class Kernel>
+void PorBandas(Progreso& p, const T* entrada, long filas, long columnas, int h, T* salida, Kernel&& kernel) {
+    const long interiores = filas - 2 * h;
+    if (interiores <= 0) return;
+    const long partes = 16L * NucleosEnUso();
+    const long bloque = std::max(32L, (interiores + partes - 1) / partes);
+    PorFilas(
+        p, interiores,
+        [&](long desde, long hasta) {
+            const long filasSub = (hasta - desde) + 2 * h;
+            std::vector<T> banda(static_cast<std::size_t>(filasSub) * static_cast<std::size_t>(columnas));
+            kernel(entrada + desde * columnas, filasSub, columnas, banda.data());
+            std::memcpy(salida + (desde + h) * columnas, banda.data() + static_cast<std::size_t>(h) * columnas,
+                        static_cast<std::size_t>(hasta - desde) * static_cast<std::size_t>(columnas) * sizeof(T));
+        },
+        bloque);
+}
 
 }  // namespace orvela::rango
