@@ -47,6 +47,13 @@ Resultado Reformar(const Contexto& c, bool contraer) {
     Resultado r;
     const CImagen& e = *c.entradas[0];
     const long fr = c.valores.Entero(kFactorFilas), fc = c.valores.Entero(kFactorColumnas);
+    // The handler's checks, again, so that the computation never divides by 0.
+    auto m = FactoresPositivos(c.valores);
+    if (!m && contraer) m = FactoresMenores(c.valores, e.filas, e.columnas);
+    if (m) {
+        r.Rechazar(*m);
+        return r;
+    }
     const long filas = contraer ? e.Filas() / fr : e.Filas() * fr;
     const long columnas = contraer ? e.Columnas() / fc : e.Columnas() * fc;
     CImagen salida;
