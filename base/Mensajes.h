@@ -195,3 +195,39 @@ inline constexpr const char* kEspectrosDependientes =
     "Los valores medios de vegetación, sombra y suelo no son independientes en las bandas elegidas, "
     "y la descomposición no tiene una solución única.\n\nTome muestras más puras de cada clase.";
 }  // namespace orvela::texto
+
+// Fillers and sentences of the image tools (composition, reshaping,
+// reclassification, statistics, regression, area).
+namespace orvela::relleno {
+inline constexpr const char* kLasReferencias = "las imágenes de referencia";
+inline constexpr const char* kLosFactores = "Los factores";
+inline constexpr const char* kFila = "fila";
+inline constexpr const char* kColumna = "columna";
+inline constexpr const char* kLaImagenClasificada = "la imagen clasificada";
+inline constexpr const char* kLaImagenOriginal = "la imagen original";
+inline constexpr const char* kClasificadaYOriginal = "imágenes clasificada y original";
+inline constexpr const char* kLaImagenDelEjeOX = "la imagen del eje OX";
+inline constexpr const char* kLaImagenDelEjeOY = "la imagen del eje OY";
+inline constexpr const char* kLaBandaDelEjeOX = "la banda del eje OX";
+inline constexpr const char* kLaBandaDelEjeOY = "la banda del eje OY";
+inline constexpr const char* kLaImagenMascara = "la imagen máscara";
+inline constexpr const char* kBandasEjes = "bandas del eje OY y OX";
+inline constexpr const char* kBandasYMascara = "bandas y la máscara";
+inline constexpr const char* kNingunArchivoTxt = "ningún archivo (*.txt)";
+inline constexpr const char* kUnFichero = "un fichero";
+}  // namespace orvela::relleno
+
+namespace orvela::texto {
+// Range check of the reclassification (kept word for word, "byte" in the
+// integer sentence included).
+inline constexpr const char* kRangoReclasificarByte =
+    "Los parámetros introducidos deben estar comprendidos en el rango\nde representación permitido por el tipo de "
+    "dato de la imagen.\nAl ser tipo byte, debe pertenecer al rango [0-255].\n";
+inline constexpr const char* kRangoReclasificarInteger =
+    "Los parámetros introducidos deben estar comprendidos en el rango\nde representación permitido por el tipo de "
+    "dato de la imagen.\nAl ser tipo byte, debe pertenecer al rango [0-65535].\n";
+inline constexpr const char* kConcatenarUnaPosicion =
+    "Elija una sola posición para concatenar: a la derecha, debajo, o una fila y una columna.";
+inline constexpr const char* kEstadisticasUnCaso =
+    "Elija una imagen continua o una imagen clasificada con su imagen original, no ambas.";
+}  // namespace orvela::texto

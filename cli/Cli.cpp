@@ -165,18 +165,24 @@ int EjecutarDeclaracion(const Declaracion& d, const std::vector<std::string>& ar
     for (std::size_t i = 0; i < d.entradas.size(); ++i)
         if (!*d.entradas[i].opcionCli && d.entradas[i].clase != ClaseEntrada::Fichero) {
             posicionales.push_back(i);
-            if (d.entradas[i].maximo > 1) ++listas;
+            if (d.entradas[i].maximo > 1 || d.entradas[i].minimo == 0) ++listas;
         }
     const std::size_t salida = d.conSalida ? 1 : 0;
     const std::size_t fijas = posicionales.size() - static_cast<std::size_t>(listas);
-    if (a->posicionales.size() < fijas + salida + static_cast<std::size_t>(listas) ||
+    // A list that may be empty (minimo 0) needs no argument.
+    std::size_t listasObligatorias = 0;
+    for (std::size_t i : posicionales)
+        if (d.entradas[i].maximo > 1 && d.entradas[i].minimo > 0) ++listasObligatorias;
+    // A list, or an input that may be left out, takes what the others leave.
+    auto variable = [&](std::size_t i) { return d.entradas[i].maximo > 1 || d.entradas[i].minimo == 0; };
+    if (a->posicionales.size() < fijas + salida + listasObligatorias ||
         (listas == 0 && a->posicionales.size() != fijas + salida))
         return Uso(err, d.orden, "número de argumentos incorrecto");
     std::vector<std::vector<std::string>> imagenes(d.entradas.size()), ficheros(d.entradas.size());
     std::size_t k = 0;
     const std::size_t enLista = a->posicionales.size() - salida - fijas;
     for (std::size_t i : posicionales) {
-        const std::size_t n = d.entradas[i].maximo > 1 ? enLista : 1;
+        const std::size_t n = variable(i) ? enLista : 1;
         for (std::size_t j = 0; j < n; ++j) imagenes[i].push_back(a->posicionales[k++]);
     }
     for (std::size_t i = 0; i < d.entradas.size(); ++i) {

@@ -603,7 +603,8 @@ void COperacionDlg::Aceptar() {
         e.ventana = radiosVentana_[i] && radiosVentana_[i]->isChecked();
         if (e.ventana) continue;
         const bool lista = decl.maximo > 1;
-        if ((lista && e.elecciones.size() < static_cast<std::size_t>(std::max(1, decl.minimo))) || (!lista && !e.elegido)) {
+        if (!lista && !e.elegido && decl.minimo == 0) continue;  // an optional image (a mask)
+        if ((lista && e.elecciones.size() < static_cast<std::size_t>(decl.minimo)) || (!lista && !e.elegido)) {
             ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaEntrada, decl.nombre,
                                        decl.clase == ClaseEntrada::Fichero ? relleno::kUnArchivo : relleno::kUnaImagen));
             return;
