@@ -42,7 +42,7 @@ std::optional<std::string> InterfazWidgets::FicheroGuardarComo(const QString& ti
     return r.toStdString();
 }
 
-Respuesta InterfazWidgets::PreguntarGuardar(const QString& ventana) {
+RespuestaGuardar InterfazWidgets::PreguntarGuardar(const QString& ventana) {
     QApplication::restoreOverrideCursor();
     QMessageBox caja(QMessageBox::Warning, QStringLiteral("Orvela"),
                      QStringLiteral("La ventana «%1» tiene un resultado que no se ha guardado.\n\n"
@@ -56,9 +56,9 @@ Respuesta InterfazWidgets::PreguntarGuardar(const QString& ventana) {
     caja.setDefaultButton(guardar);
     caja.setEscapeButton(cancelar);
     caja.exec();
-    if (caja.clickedButton() == guardar) return Respuesta::Guardar;
-    if (caja.clickedButton() == descartar) return Respuesta::Descartar;
-    return Respuesta::Cancelar;
+    if (caja.clickedButton() == guardar) return RespuestaGuardar::Guardar;
+    if (caja.clickedButton() == descartar) return RespuestaGuardar::Descartar;
+    return RespuestaGuardar::Cancelar;
 }
 
 void InterfazWidgets::CursorEspera(bool activo) {

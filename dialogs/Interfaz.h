@@ -14,7 +14,7 @@ class QDialog;
 class QWidget;
 
 // Answer to "save before discarding?".
-enum class Respuesta { Guardar, Descartar, Cancelar };
+enum class RespuestaGuardar { Guardar, Descartar, Cancelar };
 
 class Interfaz {
 public:
@@ -41,7 +41,7 @@ public:
     virtual void CursorEspera(bool activo) = 0;
     // A window holds a result that has not been saved and is about to be
     // discarded: save it, discard it, or give up what was being done.
-    virtual Respuesta PreguntarGuardar(const QString& ventana) = 0;
+    virtual RespuestaGuardar PreguntarGuardar(const QString& ventana) = 0;
 };
 
 // The real thing: QMessageBox, QDialog::exec, QFileDialog.
@@ -56,7 +56,7 @@ public:
     std::optional<std::string> FicheroGuardarComo(const QString& titulo, const QStringList& filtros,
                                                   const std::string& propuesto) override;
     void CursorEspera(bool activo) override;
-    Respuesta PreguntarGuardar(const QString& ventana) override;
+    RespuestaGuardar PreguntarGuardar(const QString& ventana) override;
 
 private:
     QWidget* padre_;

@@ -66,9 +66,9 @@ bool GuardarComo(CBrimarDoc& doc, Espacio& espacio, Interfaz& ui) {
 bool PermitirDescartar(CBrimarDoc& doc, Espacio& espacio, Interfaz& ui) {
     if (!doc.TieneImagen() || !doc.Modificado()) return true;
     switch (ui.PreguntarGuardar(doc.Nombre())) {
-        case Respuesta::Descartar: return true;
-        case Respuesta::Cancelar: return false;
-        case Respuesta::Guardar: break;
+        case RespuestaGuardar::Descartar: return true;
+        case RespuestaGuardar::Cancelar: return false;
+        case RespuestaGuardar::Guardar: break;
     }
     // A result has no name of its own yet: it is saved under a new one.
     return doc.Nombre() == QStringLiteral("TMP") ? GuardarComo(doc, espacio, ui) : Guardar(doc, espacio, ui);

@@ -1,6 +1,7 @@
 #include "tools/EscenaPractica.h"
 #include "tools/EscenaCorrecciones.h"
 
+#include "image/Codificacion.h"
 #include "image/FicheroSeguro.h"
 
 #include <cmath>

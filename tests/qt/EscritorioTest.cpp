@@ -140,17 +140,17 @@ private slots:
         QTest::addColumn<int>("respuesta");
         QTest::addColumn<bool>("conNombre");
         for (const char* c : {"cerrar", "salir", "imagen"}) {
-            QTest::addRow("%s guardar", c) << c << static_cast<int>(Respuesta::Guardar) << true;
-            QTest::addRow("%s guardar sin nombre", c) << c << static_cast<int>(Respuesta::Guardar) << false;
-            QTest::addRow("%s descartar", c) << c << static_cast<int>(Respuesta::Descartar) << true;
-            QTest::addRow("%s cancelar", c) << c << static_cast<int>(Respuesta::Cancelar) << true;
+            QTest::addRow("%s guardar", c) << c << static_cast<int>(RespuestaGuardar::Guardar) << true;
+            QTest::addRow("%s guardar sin nombre", c) << c << static_cast<int>(RespuestaGuardar::Guardar) << false;
+            QTest::addRow("%s descartar", c) << c << static_cast<int>(RespuestaGuardar::Descartar) << true;
+            QTest::addRow("%s cancelar", c) << c << static_cast<int>(RespuestaGuardar::Cancelar) << true;
         }
     }
     void resultadoSinGuardar() {
         QFETCH(QString, camino);
         QFETCH(int, respuesta);
         QFETCH(bool, conNombre);
-        const Respuesta r = static_cast<Respuesta>(respuesta);
+        const RespuestaGuardar r = static_cast<RespuestaGuardar>(respuesta);
         const std::string guardado = entorno_.Ruta("guardado_" + camino.toStdString() + std::to_string(respuesta));
         QFile::remove(QString::fromStdString(guardado + ".ozm"));
         Escritorio e;
@@ -176,8 +176,8 @@ private slots:
         }
         Eliminados();
         QCOMPARE(e.ui.preguntas, std::vector<QString>{QStringLiteral("TMP")});
-        const bool guarda = r == Respuesta::Guardar && conNombre;
-        const bool sigue = r == Respuesta::Descartar || guarda;
+        const bool guarda = r == RespuestaGuardar::Guardar && conNombre;
+        const bool sigue = r == RespuestaGuardar::Descartar || guarda;
         QCOMPARE(Existe(guardado + ".ozm"), guarda);
         if (guarda) {
             CImagen leida;

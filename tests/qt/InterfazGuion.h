@@ -25,7 +25,7 @@ public:
     int esperas = 0;                             // wait-cursor depth
     // Answers to "save before discarding?" (discard when none is left) and
     // the windows asked about, in order.
-    std::deque<Respuesta> respuestas;
+    std::deque<RespuestaGuardar> respuestas;
     std::vector<QString> preguntas;
 
     void Mostrar(const orvela::Mensaje& m) override { mensajes.push_back(m); }
@@ -49,10 +49,10 @@ public:
         return Sacar(ficherosGuardar);
     }
     void CursorEspera(bool activo) override { esperas += activo ? 1 : -1; }
-    Respuesta PreguntarGuardar(const QString& ventana) override {
+    RespuestaGuardar PreguntarGuardar(const QString& ventana) override {
         preguntas.push_back(ventana);
-        if (respuestas.empty()) return Respuesta::Descartar;
-        const Respuesta r = respuestas.front();
+        if (respuestas.empty()) return RespuestaGuardar::Descartar;
+        const RespuestaGuardar r = respuestas.front();
         respuestas.pop_front();
         return r;
     }
