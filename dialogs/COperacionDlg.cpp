@@ -612,7 +612,10 @@ void COperacionDlg::Aceptar() {
         if (!lista && !e.aceptado) return;
     }
     if (d_.conSalida && !SalidaVentana() && !salidaElegida_) {
-        ui_.Mostrar(Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
+        // Several results under one prefix name the prefix, not an image.
+        ui_.Mostrar(d_.salidaPrefijo
+                        ? Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunPrefijo, relleno::kUnPrefijo)
+                        : Mensaje::Tabla(msg::kNoSeleccionadaSalida, relleno::kNingunaImagen, relleno::kUnaImagen));
         return;
     }
     Declaracion sinPropias = d_;
