@@ -40,12 +40,31 @@ const char* const CMainFrame::kMensajeSinPaletas =
 
 namespace {
 
+// The supervised classifiers share one declaration; the menu entries of the
+// parallelepiped and maximum likelihood rules open it with their rule
+// chosen.
+void Clasificar(CMainFrame& f, int regla) {
+    static std::map<int, orvela::Declaracion> conRegla;
+    auto it = conRegla.find(regla);
+    if (it == conRegla.end()) {
+        const orvela::Declaracion* base = orvela::BuscarPorOrden("supervisada");
+        if (!base) return;
+        orvela::Declaracion d = *base;
+        for (auto& c : d.campos)
+            if (std::string_view(c.clave->nombre) == "regla") c.porDefecto = regla;
+        it = conRegla.emplace(regla, std::move(d)).first;
+    }
+    EjecutarOperacion(it->second, f, f.Ui());
+}
+
 // Commands outside the operation declarations: one table from a command id
 // to its handler. The menu enables exactly what is here or declared.
 using Manejador = void (*)(CMainFrame&);
 const std::map<int, Manejador>& Manejadores() {
     static const std::map<int, Manejador> tabla = {
         {cmd::kGuardar, [](CMainFrame& f) { ComandoGuardar(f, f.Ui()); }},
+        {cmd::kParalelepipedos, [](CMainFrame& f) { Clasificar(f, 1); }},
+        {cmd::kMaximaProbabilidad, [](CMainFrame& f) { Clasificar(f, 2); }},
         {cmd::kGuardarComo, [](CMainFrame& f) { ComandoGuardarComo(f, f.Ui()); }},
         {cmd::kInformacion, [](CMainFrame& f) { ComandoInformacion(f, f.Ui(), &f); }},
         {cmd::kExportarAscii, [](CMainFrame& f) { ComandoExportarAscii(f, f.Ui()); }},

@@ -26,6 +26,10 @@ inline constexpr int kContenidos = 57667;
 inline constexpr int kAcercaDe = 57664;
 inline constexpr int kTemasAyuda = 32883;
 inline constexpr int kMostrarLeyenda = 32822;
+// The supervised classifiers by rule (minimum distance is the declaration's
+// own command).
+inline constexpr int kParalelepipedos = 32823;
+inline constexpr int kMaximaProbabilidad = 32828;
 }  // namespace cmd
 
 struct EntradaComando {

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QThread>
 #include <QTimer>
 #include <atomic>
@@ -148,6 +149,22 @@ private slots:
         QCOMPARE(e_->ui.mensajes, (std::vector<Mensaje>{Mensaje::Tabla(msg::kNoSeleccionadaEntrada, relleno::kNingunaImagen,
                                                                       relleno::kUnaImagen)}));
         QCOMPARE(visto.llamadas, 0);
+    }
+
+    // The menu entries of the parallelepiped and maximum likelihood rules
+    // open the supervised classification with their rule chosen.
+    void reglasDeClasificacionDesdeElMenu() {
+        for (auto [id, regla] : {std::pair{32821, 0}, std::pair{32823, 1}, std::pair{32828, 2}}) {
+            bool marcada = false;
+            e_->ui.dialogos.push_back([&, regla = regla](QDialog& d) {
+                auto* r = d.findChild<QRadioButton*>(QStringLiteral("campo_regla_%1").arg(regla));
+                marcada = r && r->isChecked();
+                return false;
+            });
+            QVERIFY(CMainFrame::Manejado(id));
+            e_->marco.EjecutarComando(id);
+            QVERIFY2(marcada, qPrintable(QString::number(id)));
+        }
     }
 
     // "Cancelar" in the progress window: the window keeps its image, the
