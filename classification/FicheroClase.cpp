@@ -1,4 +1,5 @@
 #include "classification/FicheroClase.h"
+#include "image/FicheroTexto.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -126,9 +127,10 @@ std::string TituloClase(const std::string& ruta) {
 
 std::optional<ClaseLeida> LeerFicheroClase(const std::string& ruta, int bandas, bool conDesviacion,
                                            bool conCovarianza) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) return std::nullopt;
-    Lector t{std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>())};
+    // Only a regular file, and no more than a text file's bound.
+    auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
+    if (!contenido) return std::nullopt;
+    Lector t{std::move(*contenido)};
     ClaseLeida c;
     c.nombre = TituloClase(ruta);
     const auto n = static_cast<std::size_t>(bandas < 0 ? 0 : bandas);

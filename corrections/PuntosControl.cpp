@@ -1,4 +1,5 @@
 #include "corrections/PuntosControl.h"
+#include "image/FicheroTexto.h"
 
 #include <cerrno>
 #include <cmath>
@@ -13,9 +14,6 @@
 namespace orvela {
 
 namespace {
-
-// A control-point file is a few lines per point; anything far larger is not one.
-constexpr std::size_t kTamanoMaximo = 64u << 20;
 
 bool Blanco(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f'; }
 
@@ -65,21 +63,13 @@ std::optional<std::vector<PuntoControl>> AnalizarPuntosControl(const std::string
 }
 
 std::optional<std::vector<PuntoControl>> LeerPuntosControl(const std::string& ruta, std::string* error) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) {
+    // Only a regular file, and no more than a text file's bound.
+    const auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
+    if (!contenido) {
         if (error) *error = Sustituir(texto::kPuntosNoLegible, ruta);
         return std::nullopt;
     }
-    std::string texto;
-    char bloque[65536];
-    while (in.read(bloque, sizeof bloque) || in.gcount() > 0) {
-        texto.append(bloque, static_cast<std::size_t>(in.gcount()));
-        if (texto.size() > kTamanoMaximo) {
-            if (error) *error = Sustituir(texto::kPuntosNoLegible, ruta);
-            return std::nullopt;
-        }
-    }
-    return AnalizarPuntosControl(texto, error);
+    return AnalizarPuntosControl(*contenido, error);
 }
 
 std::string TextoPuntosControl(const std::vector<PuntoControl>& puntos) {

@@ -1,6 +1,8 @@
 #include "corrections/Reflectancia.h"
+#include "image/FicheroTexto.h"
 
 #include <cmath>
+#include <sstream>
 #include <cstdio>
 #include <fstream>
 #include <map>
@@ -85,11 +87,12 @@ std::optional<double> Numero(const std::map<std::string, std::string>& p, const 
 }  // namespace
 
 std::optional<CalibracionTM> LeerMetadatosTM(const std::string& ruta, int banda, std::string* error) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) {
+    const auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
+    if (!contenido) {
         if (error) *error = Sustituir(texto::kMetadatosNoLegible, ruta);
         return std::nullopt;
     }
+    std::istringstream in(*contenido);
     const auto p = Pares(in);
     auto falta = [&](const char* que) -> std::optional<CalibracionTM> {
         if (error) *error = Sustituir(texto::kMetadatosIncompletos, ruta, que);

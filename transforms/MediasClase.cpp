@@ -1,6 +1,8 @@
 #include "transforms/MediasClase.h"
+#include "image/FicheroTexto.h"
 
 #include <cstdlib>
+#include <sstream>
 #include <fstream>
 
 namespace orvela {
@@ -27,8 +29,9 @@ std::optional<double> Numero(const std::string& s) {
 }  // namespace
 
 std::optional<std::vector<double>> LeerMediasClase(const std::string& ruta) {
-    std::ifstream in(ruta, std::ios::binary);
-    if (!in) return std::nullopt;
+    const auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
+    if (!contenido) return std::nullopt;
+    std::istringstream in(*contenido);
     std::string s;
     if (!Linea(in, s) || !Linea(in, s)) return std::nullopt;
     std::vector<double> medias;
