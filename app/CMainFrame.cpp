@@ -22,6 +22,7 @@
 #include "dialogs/Interfaz.h"
 #include "dialogs/TablaComandos.h"
 #include "dialogs/CCrearPaletaDlg.h"
+#include "dialogs/CEditorPuntosDlg.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
 #include "dialogs/VentanasResultado.h"
@@ -65,6 +66,7 @@ const std::map<int, Manejador>& Manejadores() {
         {cmd::kGuardar, [](CMainFrame& f) { ComandoGuardar(f, f.Ui()); }},
         {cmd::kParalelepipedos, [](CMainFrame& f) { Clasificar(f, 1); }},
         {cmd::kMaximaProbabilidad, [](CMainFrame& f) { Clasificar(f, 2); }},
+        {cmd::kEditorPuntos, [](CMainFrame& f) { ComandoEditorPuntos(f, f.Ui(), &f); }},
         {cmd::kGuardarComo, [](CMainFrame& f) { ComandoGuardarComo(f, f.Ui()); }},
         {cmd::kInformacion, [](CMainFrame& f) { ComandoInformacion(f, f.Ui(), &f); }},
         {cmd::kExportarAscii, [](CMainFrame& f) { ComandoExportarAscii(f, f.Ui()); }},
@@ -496,6 +498,12 @@ std::vector<CBrimarDoc*> CMainFrame::Documentos() {
     for (QMdiSubWindow* s : mdi_->subWindowList())
         if (auto* c = qobject_cast<CChildFrame*>(s)) docs.push_back(&c->Documento());
     return docs;
+}
+
+CBrimarView* CMainFrame::VistaDe(CBrimarDoc* doc) {
+    for (QMdiSubWindow* s : mdi_->subWindowList())
+        if (auto* c = qobject_cast<CChildFrame*>(s); c && &c->Documento() == doc) return &c->Vista();
+    return nullptr;
 }
 
 void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {

@@ -36,6 +36,7 @@ public:
     std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
     QWidget* VentanaPrincipal() override { return this; }
+    CBrimarView* VistaDe(CBrimarDoc* doc) override;
     void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
     void AbrirInforme(const orvela::InformeTexto& informe) override;
     void AbrirGrafico(const orvela::Grafico& grafico) override;

@@ -177,6 +177,10 @@ inline constexpr const char* kPuntosLineaIncorrecta =
     "La línea %1 del fichero de puntos de control no tiene los cuatro números fila, columna, X e Y.";
 inline constexpr const char* kPuntosFaltan = "El fichero de puntos de control tiene %1 puntos en lugar de %2.";
 inline constexpr const char* kPuntosNoLegible = "No se puede leer el fichero de puntos de control %1.";
+inline constexpr const char* kCoordenadasPunto =
+    "Escriba las coordenadas X e Y del punto de control como números (en metros).";
+inline constexpr const char* kSinPuntosControl = "No hay puntos de control que guardar: pulse antes sobre la imagen.";
+inline constexpr const char* kNoSeEscribePuntos = "No se puede escribir el fichero de puntos de control %1.";
 inline constexpr const char* kPuntoInexistente =
     "No existe el punto de control %1 (los puntos se numeran desde 1 en el orden del fichero).";
 // Apparent reflectance (Landsat TM): %1 a path or a date, %2 what is missing.

@@ -477,6 +477,10 @@ bool COperacionDlg::Tomar(int i, Eleccion e) {
         return rechazar(Mensaje::Tabla(msg::kNumeroBandas));
     if (decl.clase == ClaseEntrada::Fichero) {
         if (auto m = ComprobarFicheroDatos(decl, e.ruta)) return rechazar(*m);
+        if (revisarFichero && !revisarFichero(i, e.ruta)) {
+            if (!lista) nombresEntrada_[k]->clear();
+            return false;
+        }
     } else {
         std::vector<std::optional<Cabecera>> previas = Previas(i);
         // The index the checks give this pick: its place among the images.

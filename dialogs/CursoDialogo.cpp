@@ -13,6 +13,7 @@
 #include <mutex>
 
 #include "dialogs/CAvisoDlg.h"
+#include "dialogs/CErroresPuntosControlDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "dialogs/Ficheros.h"
 #include "dialogs/Espacio.h"
@@ -145,6 +146,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
             abiertas.push_back({o->Nombre().toStdString(), &o->Imagen()});
 
     COperacionDlg dlg(d, ui, cabeceraVentana, padre, abiertas);
+    PrepararRevisionPuntos(d, dlg, espacio, ui);
     if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return;
     Valores v = dlg.Valores();
     if (!EjecutarSubdialogos(d, ui, v, dlg.Elegidas(), padre)) return;
