@@ -39,26 +39,34 @@ void CapaPuntosControl::Dibujar(QPainter& p, const CBrimarView& v) const {
     p.save();
     p.setRenderHint(QPainter::Antialiasing);
     const QColor activo(255, 40, 40), omitido(160, 160, 160), elegido(255, 230, 0), vector(0, 230, 255);
+    // Circles, then the vectors over them (a short one would hide under its
+    // circle), then the numbers.
+    auto radio = [&](std::size_t k) { return static_cast<int>(k) == seleccionado_ ? 7.0 : 4.0; };
+    auto centro = [&](std::size_t k) {
+        return v.EnPantalla(FilaEnImagen(puntos_[k].fila), ColumnaEnImagen(puntos_[k].columna));
+    };
     for (std::size_t k = 0; k < puntos_.size(); ++k) {
-        const auto& q = puntos_[k];
-        const double f = FilaEnImagen(q.fila), c = ColumnaEnImagen(q.columna);
-        const QPointF en = v.EnPantalla(f, c);
-        if (conVectores_ && q.activo) {
-            const double fe = f + (FilaEnImagen(filaEst_[k]) - f) * escala_;
-            const double ce = c + (ColumnaEnImagen(columnaEst_[k]) - c) * escala_;
-            const QPointF fin = v.EnPantalla(fe, ce);
-            p.setPen(QPen(QColor(0, 0, 0, 180), 4));
-            p.drawLine(en, fin);
-            p.setPen(QPen(vector, 2));
-            p.drawLine(en, fin);
-        }
         const bool sel = static_cast<int>(k) == seleccionado_;
-        const double radio = sel ? 7 : 4;
         p.setPen(QPen(Qt::black, 1));
-        p.setBrush(sel ? elegido : q.activo ? activo : omitido);
-        p.drawEllipse(en, radio, radio);
+        p.setBrush(sel ? elegido : puntos_[k].activo ? activo : omitido);
+        p.drawEllipse(centro(k), radio(k), radio(k));
+    }
+    p.setBrush(Qt::NoBrush);
+    for (std::size_t k = 0; conVectores_ && k < puntos_.size(); ++k) {
+        if (!puntos_[k].activo) continue;
+        const double f = FilaEnImagen(puntos_[k].fila), c = ColumnaEnImagen(puntos_[k].columna);
+        const double fe = f + (FilaEnImagen(filaEst_[k]) - f) * escala_;
+        const double ce = c + (ColumnaEnImagen(columnaEst_[k]) - c) * escala_;
+        const QPointF en = centro(k), fin = v.EnPantalla(fe, ce);
+        p.setPen(QPen(QColor(0, 0, 0, 180), 4, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(en, fin);
+        p.setPen(QPen(vector, 2, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(en, fin);
+    }
+    for (std::size_t k = 0; k < puntos_.size(); ++k) {
+        const bool sel = static_cast<int>(k) == seleccionado_;
         const QString numero = QString::number(k + 1);
-        const QPointF texto = en + QPointF(radio + 2, -radio - 2);
+        const QPointF texto = centro(k) + QPointF(radio(k) + 2, -radio(k) - 2);
         p.setPen(Qt::black);
         p.drawText(texto + QPointF(1, 1), numero);
         p.setPen(sel ? elegido : Qt::white);

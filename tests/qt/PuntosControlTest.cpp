@@ -35,6 +35,11 @@ QStringList Lineas(QDialog& d, const char* lista) {
     for (int i = 0; i < l->count(); ++i) r << l->item(i)->text();
     return r;
 }
+// The screen point at the centre of a pixel, at whatever zoom the view shows.
+QPoint Centro(const CBrimarView& v, long fila, long columna) {
+    const QPointF p = v.EnPantalla(fila + 0.5, columna + 0.5);
+    return QPoint(static_cast<int>(std::floor(p.x())), static_cast<int>(std::floor(p.y())));
+}
 void Elegir(QDialog& d, int fila) { d.findChild<QListWidget*>(QStringLiteral("lista_errores"))->setCurrentRow(fila); }
 QString Linea(int n, const char* resto) {
     return QString::fromStdString(std::string(n < 10 ? 14 : 12, ' ') + std::to_string(n) + std::string(22, ' ') + resto);
@@ -56,14 +61,20 @@ class PuntosControlTest : public QObject {
     // The window of the image the points are measured on.
     void Ventana() {
         e_->Ventana(entorno_.Imagen("tm", 40, 50, "byte", {7}));
-        vista_ = &e_->marco.VentanaActiva()->Vista();
+        CChildFrame* c = e_->marco.VentanaActiva();
+        c->resize(QSize(400, 320) + (c->size() - c->Vista().size()));
+        vista_ = &c->Vista();
     }
     vista::CapaPuntosControl* Capa() {
         return dynamic_cast<vista::CapaPuntosControl*>(vista_->Capa(vista::CapaPuntosControl::NombreCapa()));
     }
 
 private slots:
-    void init() { e_ = std::make_unique<Escritorio>(); }
+    void init() {
+        e_ = std::make_unique<Escritorio>();
+        e_->marco.resize(1000, 800);
+        e_->marco.show();
+    }
     void cleanup() { e_.reset(); }
 
     // The whole course: the pick opens the dialog on the estimation, the
@@ -195,7 +206,6 @@ private slots:
     void editorDePuntos() {
         Ventana();
         CBrimarView& v = *vista_;
-        v.resize(400, 320);
         e_->Ejecutar({cmd::kEditorPuntos});
         auto* editor = e_->marco.findChild<CEditorPuntosDlg*>(QStringLiteral("editor_puntos"));
         QVERIFY(editor && editor->isVisible());
@@ -206,13 +216,13 @@ private slots:
                 Escribir(d, "campo_y", QString::fromLatin1(y));
                 return Aceptar(d);
             });
-            Pulsar(v, v.EnPantalla(fila + 0.5, columna + 0.5).toPoint());
+            Pulsar(v, Centro(v, fila, columna));
         };
         // Pixel (30, 20) at the whole view, then again two levels closer in.
         punto(30, 20, "0", "0");
         const double paso = v.EnPantalla(0, 1).x() - v.EnPantalla(0, 0).x();
-        v.AcercarEn(v.EnPantalla(30.5, 20.5).toPoint());
-        v.AcercarEn(v.EnPantalla(30.5, 20.5).toPoint());
+        v.AcercarEn(Centro(v, 30, 20));
+        v.AcercarEn(Centro(v, 30, 20));
         QVERIFY(v.EnPantalla(0, 1).x() - v.EnPantalla(0, 0).x() > 3 * paso);
         punto(30, 20, "0", "0");
         QCOMPARE(editor->Puntos().size(), std::size_t(2));
@@ -232,7 +242,7 @@ private slots:
             Escribir(d, "campo_y", "0");
             return Aceptar(d);
         });
-        Pulsar(v, v.EnPantalla(30.5, 30.5).toPoint());
+        Pulsar(v, Centro(v, 30, 30));
         QCOMPARE(e_->ui.mensajes, (std::vector<Mensaje>{Mensaje::Libre(texto::kCoordenadasPunto)}));
         QCOMPARE(editor->Puntos().size(), std::size_t(1));
 
@@ -249,6 +259,18 @@ private slots:
         QCOMPARE(rms->text(), QStringLiteral("Error Global. RMS: 1.000000"));
         QVERIFY(Capa() && Capa()->ConVectores());
         QCOMPARE(Capa()->NumeroPuntos(), std::size_t(4));
+        // On the picture (one screen pixel a pixel): point 2 selected in the
+        // list, in yellow; point 4 red, with its vector over it: estimated
+        // at column 33, twice that error drawn from column 34.5 to 32.5.
+        QCOMPARE(Capa()->Escala(), 2.0);
+        QCOMPARE(Capa()->Seleccionado(), 3);
+        editor->findChild<QListWidget*>(QStringLiteral("lista_puntos"))->setCurrentRow(1);
+        QCOMPARE(Capa()->Seleccionado(), 1);
+        const QImage dibujo = v.viewport()->grab().toImage();
+        QCOMPARE(dibujo.pixelColor(Centro(v, 27, 30)), QColor(255, 230, 0));
+        QCOMPARE(dibujo.pixelColor(Centro(v, 19, 36)), QColor(255, 40, 40));
+        QCOMPARE(dibujo.pixelColor(Centro(v, 20, 33)), QColor(0, 230, 255));
+        QCOMPARE(dibujo.pixelColor(Centro(v, 20, 35)), QColor(255, 40, 40));
 
         e_->ui.ficherosGuardar = {entorno_.Ruta("medidos")};
         Pulsar(*editor, "guardar");
