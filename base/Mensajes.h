@@ -219,6 +219,9 @@ inline constexpr const char* kBandasEjes = "bandas del eje OY y OX";
 inline constexpr const char* kBandasYMascara = "bandas y la máscara";
 inline constexpr const char* kNingunArchivoTxt = "ningún archivo (*.txt)";
 inline constexpr const char* kUnFichero = "un fichero";
+inline constexpr const char* kBandaAzul = "la banda azul";
+inline constexpr const char* kBandaVerde = "la banda verde";
+inline constexpr const char* kBandaRoja = "la banda roja";
 }  // namespace orvela::relleno
 
 namespace orvela::texto {
@@ -234,4 +237,6 @@ inline constexpr const char* kConcatenarUnaPosicion =
     "Elija una sola posición para concatenar: a la derecha, debajo, o una fila y una columna.";
 inline constexpr const char* kEstadisticasUnCaso =
     "Elija una imagen continua o una imagen clasificada con su imagen original, no ambas.";
+inline constexpr const char* kArrastrarVentana =
+    "Arrastre con el ratón sobre la imagen el rectángulo que desea enventanar (Esc cancela).";
 }  // namespace orvela::texto

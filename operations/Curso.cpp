@@ -7,6 +7,7 @@
 #include "image/Codificacion.h"
 #include "image/FicheroSeguro.h"
 #include "tools/DibujarGrafico.h"
+#include "tools/Exportar.h"
 
 namespace orvela {
 
@@ -194,6 +195,14 @@ std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, 
         if (!Escritor() || !Escritor()(g, ruta)) {
             deshacer();
             return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+        }
+        hechos.push_back(ruta);
+    }
+    if (r.composicion && !r.composicion->ruta.empty()) {
+        const std::string& ruta = r.composicion->ruta;
+        if (auto e = ExportarComposicion(r.composicion->planos, ruta, FormatoDeRuta(ruta))) {
+            deshacer();
+            return e;
         }
         hechos.push_back(ruta);
     }
