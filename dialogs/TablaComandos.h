@@ -30,6 +30,10 @@ inline constexpr int kMostrarLeyenda = 32822;
 // own command).
 inline constexpr int kParalelepipedos = 32823;
 inline constexpr int kMaximaProbabilidad = 32828;
+// Training and classes on the view.
+inline constexpr int kFaseEntrenamiento = 32816;
+inline constexpr int kEstablecerClase = 32819;
+inline constexpr int kInspeccionarDecision = 32900;
 }  // namespace cmd
 
 struct EntradaComando {
