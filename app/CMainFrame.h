@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "classification/Entrenamiento.h"
 #include "dialogs/Espacio.h"
 
 class CBrimarView;
@@ -77,6 +78,10 @@ public:
     // Opens one of the images opened last: in the active window when it is
     // empty, else in a new one.
     void AbrirReciente(const QString& ruta);
+    // The training selection: the bands chosen by "Fase entrenamiento",
+    // kept until the program ends or the command is accepted again.
+    orvela::Entrenamiento& Entrenamiento() { return entrenamiento_; }
+
     // "Cambiar paleta" (Visualización): the action outside the command table.
     QAction* AccionCambiarPaleta() const { return cambiarPaleta_; }
 
@@ -110,4 +115,5 @@ private:
     std::vector<QAction*> recientes_;
     QAction* separadorRecientes_ = nullptr;
     QAction* cambiarPaleta_ = nullptr;
+    orvela::Entrenamiento entrenamiento_;
 };

@@ -6,7 +6,9 @@
 
 #include "classification/Supervisada.h"
 #include "image/Leyenda.h"
+#include "operations/ClasificacionesHechas.h"
 #include "operations/Clasificacion.h"
+#include "operations/Curso.h"
 
 namespace orvela {
 
@@ -108,6 +110,18 @@ const Declaracion kSupervisada = [] {
         if (GeorreferenciasDistintas(bandas)) im.sistemaReferencia = "unknown";
         r.titulosPropios = true;
         r.informes.push_back({"Leyenda.txt", TextoLeyenda(leyenda), "Leyenda", ""});
+        if (RegistroClasificacionesActivo()) {
+            // Kept for the decision inspector of the desktop.
+            ClasificacionHecha h;
+            h.regla = static_cast<ReglaSupervisada>(regla);
+            h.multiplicador = ConMultiplicador(c.valores) ? c.valores.Entero(kMultiplicador) : 1;
+            for (const auto* im : bandas)
+                h.bandas.push_back({im->rutaRaster, TituloFichero(im->rutaRaster), im->tipoDato, im->Filas(),
+                                    im->Columnas()});
+            h.clases = std::move(clases);
+            h.ficherosClase = c.ficheros[1];
+            RecordarClasificacion(im, std::move(h));
+        }
         return r;
     };
     d.sufijo = SufijoFijo("");
