@@ -4,6 +4,8 @@
 // run here; the handler's course is in CursoDialogo.
 //
 // Object names of the controls (the tests script the dialog by them):
+//   grupo_entrada<i>        group box that opens with input i (input 0's and
+//                           each input's with a group title of its own)
 //   entrada<i>_activa       radio "Imagen de la ventana activa" of input i
 //                           (only for an input that admits the active window)
 //   entrada<i>_fichero      radio of input i taken from a file (idem)
