@@ -31,7 +31,9 @@ struct Sumas {
 // Index of the nearest centre for each of the c pixels of a row (x[b]: the
 // row of band b), one centre at a time along the row; per pixel the same
 // figures as sqrt(sum over bands of pow(x - centre, 2.0)), compared strictly.
-void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
+// Where AVX2 is there the loops run four pixels at a time instead of two,
+// with the same operations in the same order (no fused multiply-add).
+__attribute__((target_clones("avx2", "default"))) void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
               uint32_t* indice) {
     thread_local std::vector<double> suma, mejor, sumaMejor;
     suma.resize(c);
