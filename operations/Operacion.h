@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -151,11 +152,16 @@ struct Contexto {
     Progreso& progreso;
 };
 
+struct MatrizConfusion;
+
 struct InformeTexto {
     std::string final;      // fixed ending beside the stem ("_Estimacion.txt")
     std::string contenido;  // UTF-8; written as Windows-1252
     std::string titulo;     // title of its window on the desktop
     std::string ruta;       // a path the user gave (`--informe`); wins over `final`
+    // The figures of a confusion matrix: the desktop shows them as a table
+    // beside the text.
+    std::shared_ptr<const MatrizConfusion> confusion;
 };
 
 // Why an operation gave no result: a message of the table that refuses what
