@@ -26,6 +26,7 @@
 #include "dialogs/ComandosClases.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
+#include "dialogs/CVentanaConfusion.h"
 #include "dialogs/VentanasResultado.h"
 #include "dialogs/Ficheros.h"
 #include "doc/CBrimarDoc.h"
@@ -527,6 +528,10 @@ void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
 }
 
 void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
+    if (informe.confusion) {
+        AbrirVentanaConfusion(mdi_, *ui_, informe);
+        return;
+    }
     AbrirVentanaInforme(mdi_, *ui_, informe.titulo, informe.contenido, informe.final, informe.guardado);
 }
 

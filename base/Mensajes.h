@@ -198,6 +198,8 @@ inline constexpr const char* kReflectanciaElevacion =
 inline constexpr const char* kBandasFicheroClase =
     "Los ficheros de clase no tienen tantas bandas como imágenes se han elegido.\n\n"
     "Elija las mismas bandas con las que se tomaron las muestras de las clases.";
+inline constexpr const char* kFicherosClaseSinRevisar =
+    "Estos ficheros de clase no se han podido leer con tantas bandas como se han elegido y no se han revisado:";
 inline constexpr const char* kEspectrosDependientes =
     "Los valores medios de vegetación, sombra y suelo no son independientes en las bandas elegidas, "
     "y la descomposición no tiene una solución única.\n\nTome muestras más puras de cada clase.";

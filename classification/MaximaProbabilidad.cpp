@@ -66,6 +66,36 @@ double LogVerosimilitud(const ModeloGaussiano& m, const double* x) {
     return -m.lnDeterminante - q;
 }
 
+namespace {
+
+// q[j] = sum over a of d_a * (sum over e of inv[a][e] * d_e) for the c
+// pixels of a row, with d = x - mean. The same operations in the same order
+// on every processor; where AVX2 is there the loops run four pixels at a
+// time instead of two (no fused multiply-add in either).
+__attribute__((target_clones("avx2", "default"))) void FormaCuadratica(const double* const* x, std::size_t c,
+                                                                       std::size_t n, const ModeloGaussiano& m,
+                                                                       double* dif, double* t, double* q) {
+    for (std::size_t a = 0; a < n; ++a) {
+        const double me = m.media[a];
+        const double* xa = x[a];
+        double* da = dif + a * c;
+        for (std::size_t j = 0; j < c; ++j) da[j] = xa[j] - me;
+    }
+    for (std::size_t j = 0; j < c; ++j) q[j] = 0;
+    for (std::size_t a = 0; a < n; ++a) {
+        for (std::size_t j = 0; j < c; ++j) t[j] = 0;
+        for (std::size_t e = 0; e < n; ++e) {
+            const double w = m.inversa[a * n + e];
+            const double* de = dif + e * c;
+            for (std::size_t j = 0; j < c; ++j) t[j] += w * de[j];
+        }
+        const double* da = dif + a * c;
+        for (std::size_t j = 0; j < c; ++j) q[j] += da[j] * t[j];
+    }
+}
+
+}  // namespace
+
 bool ClasificarMaximaProbabilidad(const BandasClasificar& b, const std::vector<ClaseLeida>& clases,
                                   std::span<uint8_t> salida, Progreso& p) {
     const std::size_t k = clases.size();
@@ -86,24 +116,7 @@ bool ClasificarMaximaProbabilidad(const BandasClasificar& b, const std::vector<C
         double* gm = mejor.data();
         for (std::size_t i = 0; i < k; ++i) {
             const ModeloGaussiano& m = modelos[i];
-            for (std::size_t a = 0; a < n; ++a) {
-                const double me = m.media[a];
-                const double* xa = x[a];
-                double* da = dif.data() + a * c;
-                for (std::size_t j = 0; j < c; ++j) da[j] = xa[j] - me;
-            }
-            // Per pixel: q = sum over a of d_a * (sum over e of inv[a][e] * d_e).
-            for (std::size_t j = 0; j < c; ++j) q[j] = 0;
-            for (std::size_t a = 0; a < n; ++a) {
-                for (std::size_t j = 0; j < c; ++j) t[j] = 0;
-                for (std::size_t e = 0; e < n; ++e) {
-                    const double w = m.inversa[a * n + e];
-                    const double* de = dif.data() + e * c;
-                    for (std::size_t j = 0; j < c; ++j) t[j] += w * de[j];
-                }
-                const double* da = dif.data() + a * c;
-                for (std::size_t j = 0; j < c; ++j) q[j] += da[j] * t[j];
-            }
+            FormaCuadratica(x, c, n, m, dif.data(), t.data(), q.data());
             const uint8_t v = nd[i];
             if (i == 0) {
                 for (std::size_t j = 0; j < c; ++j) {

@@ -31,7 +31,9 @@ struct Sumas {
 // Index of the nearest centre for each of the c pixels of a row (x[b]: the
 // row of band b), one centre at a time along the row; per pixel the same
 // figures as sqrt(sum over bands of pow(x - centre, 2.0)), compared strictly.
-void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
+// Where AVX2 is there the loops run four pixels at a time instead of two,
+// with the same operations in the same order (no fused multiply-add).
+__attribute__((target_clones("avx2", "default"))) void Cercanos(const double* const* x, std::size_t c, const std::vector<double>& centros, std::size_t k, std::size_t n,
               uint32_t* indice) {
     thread_local std::vector<double> suma, mejor, sumaMejor;
     suma.resize(c);
@@ -94,6 +96,10 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
         }
     };
     std::vector<double> anteriores = centros;
+    // Up to 256 clusters, each pass keeps every pixel's cluster in the
+    // output itself (the label array of the memberships), so the labels
+    // need no further assignment.
+    const bool indicesEnSalida = k <= 256 && salida.size() >= static_cast<std::size_t>(b.filas) * c;
     for (;;) {
         auto partes = PorBloques<Sumas>(SinProgreso(), b.filas, kBloque, [&](long desde, long hasta) {
             Sumas s;
@@ -106,10 +112,12 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
                 if (p.Cancelado()) return s;
                 leerFila(f, filas, x);
                 Cercanos(x.data(), c, centros, k, n, indice.data());
+                uint8_t* guardado = indicesEnSalida ? salida.data() + static_cast<std::size_t>(f) * c : nullptr;
                 for (std::size_t col = 0; col < c; ++col) {
                     const std::size_t i = indice[col];
                     s.cuenta[i] += 1;
                     for (std::size_t j = 0; j < n; ++j) s.suma[i * n + j] += x[j][col];
+                    if (guardado) guardado[col] = static_cast<uint8_t>(i);
                 }
             }
             return s;
@@ -155,6 +163,15 @@ ResultadoNoSupervisada ClasificarNoSupervisada(const BandasClasificar& b, int kk
             r.centros[i][j] = centros[i * n + j];
         }
         valor[i] = Almacenar<uint8_t>(s / static_cast<double>(n));
+    }
+    if (indicesEnSalida && r.pasadas > 0) {
+        const bool hecho = PorFilas(p, b.filas, [&](long desde, long hasta) {
+            uint8_t* fila = salida.data() + static_cast<std::size_t>(desde) * c;
+            const std::size_t cuantas = static_cast<std::size_t>(hasta - desde) * c;
+            for (std::size_t j = 0; j < cuantas; ++j) fila[j] = valor[fila[j]];
+        });
+        if (!hecho) r.cancelado = true;
+        return r;
     }
     const bool hecho = PorFilas(p, b.filas, [&](long desde, long hasta) {
         std::vector<double> filas(n * c);

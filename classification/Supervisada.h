@@ -60,8 +60,14 @@ bool ClasificarMinimaDistancia(const BandasClasificar& b, const std::vector<Clas
 // Boxes mean - m*std <= x <= mean + m*std in every band (inclusive): the
 // pixel takes the ND of the LAST class in list order whose box holds it,
 // 0 when none does.
+// Byte and integer bands with at most 64 classes go through a table of the
+// boxes holding each sample value of each band.
 bool ClasificarParalelepipedos(const BandasClasificar& b, const std::vector<ClaseLeida>& clases, int multiplicador,
                                std::span<uint8_t> salida, Progreso& p = SinProgreso());
+// The same rule trying every class in order on each pixel (any type), with
+// the bounds of class i in band b at [i * N + b] and the NDs as bytes.
+bool ParalelepipedosDirecto(const BandasClasificar& b, const std::vector<double>& bajo, const std::vector<double>& alto,
+                            const std::vector<uint8_t>& nd, std::span<uint8_t> salida, Progreso& p = SinProgreso());
 
 // Determinant by elimination without row exchange: each step replaces the
 // entries below and right of the pivot by (pivot*a[i][j] - a[i][k]*a[k][j])

@@ -263,7 +263,9 @@ void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision
 
     Declaracion sinComprobar = d;
     sinComprobar.antesDeCalcular = nullptr;
-    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero, padre);
+    // An operation that gives no image shows its figures on screen.
+    const Destino destino = aVentana || !d.conSalida ? Destino::Ventana : Destino::Fichero;
+    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, destino, padre);
 
     for (const auto& a : r.avisos) ui.Mostrar(a);
     if (r.fallo) {

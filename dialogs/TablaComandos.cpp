@@ -40,6 +40,7 @@ const std::vector<EntradaComando> kTabla = {
     {{"Clasificaciones", "Supervisada"}, "Clasificador de mínima distancia", 32821, ""},
     {{"Clasificaciones", "Supervisada"}, "Clasificador de parelelepípedos", 32823, ""},
     {{"Clasificaciones", "Supervisada"}, "Clasificador de máxima probabilidad", 32828, ""},
+    {{"Clasificaciones", "Supervisada"}, "Revisar clases", 32890, ""},
     {{"Clasificaciones", "Supervisada"}, "Inspeccionar decisión", 32900, ""},
     {{"Clasificaciones"}, "No supervisada", 32827, ""},
     {{"Clasificaciones", "Verificación"}, "Muestreo aleatorio", 32856, ""},

@@ -71,7 +71,16 @@ const Declaracion kConfusion = [] {
         const std::string informe = InformeConfusion(m, nv, nc);
         r.consola = informe;
         const std::string ruta = c.valores.Tiene(kInforme) ? c.valores.Texto(kInforme) : std::string();
-        if (!ruta.empty()) r.informes.push_back({"", informe, "Información índice kappa", ruta});
+        if (c.destino == Destino::Ventana) {
+            // The window's copy of the report, with the matrix as a table
+            // beside it.
+            r.informes.push_back({.contenido = InformeConfusion(m, nv, nc, true),
+                                  .titulo = "Información índice kappa",
+                                  .ruta = ruta,
+                                  .confusion = std::make_shared<const MatrizConfusion>(std::move(m))});
+        } else if (!ruta.empty()) {
+            r.informes.push_back({"", informe, "Información índice kappa", ruta});
+        }
         return r;
     };
     d.sufijo = SufijoFijo("");

@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -155,6 +156,8 @@ struct Contexto {
     Progreso& progreso;
 };
 
+struct MatrizConfusion;
+
 struct InformeTexto {
     std::string final;      // fixed ending beside the stem ("_Estimacion.txt")
     std::string contenido;  // UTF-8; written as Windows-1252
@@ -163,6 +166,9 @@ struct InformeTexto {
     // What "Guardar como" of its window writes when the saved report is
     // formatted apart from the text shown (UTF-8; empty: the text shown).
     std::string guardado;
+    // The figures of a confusion matrix: the desktop shows them as a table
+    // beside the text.
+    std::shared_ptr<const MatrizConfusion> confusion;
 };
 
 // A colour composite: display only. The desktop shows it in a window of

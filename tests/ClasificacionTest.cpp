@@ -457,3 +457,130 @@ TEST(Confusion, KappaUnoCeroClaseSinMuestrasYValorFueraDeLeyenda) {
 
 }  // namespace
 }  // namespace orvela::prueba
+
+namespace orvela::prueba {
+namespace {
+
+// The table of boxes against every class tried in order, on byte and
+// integer bands over their whole range, with 64 classes (the table's
+// limit) and 65 (the direct rule), NaN bounds and empty boxes included.
+TEST(Supervisada, ParalelepipedosPorTablaIgualQueDirecto) {
+    std::mt19937 azar(11);
+    for (int codigo : {kByte, kInteger}) {
+        const double tope = codigo == kByte ? 255 : 65535;
+        const long filas = 23, cols = 41;
+        std::vector<CImagen> bandas;
+        for (int b = 0; b < 3; ++b) {
+            std::vector<double> v(filas * cols);
+            for (double& x : v) x = std::floor(std::uniform_real_distribution<double>(0, tope + 1)(azar));
+            v[0] = 0;
+            v[1] = tope;
+            bandas.push_back(Imagen(codigo, filas, cols, v));
+        }
+        BandasClasificar bc{{&bandas[0].pixeles, &bandas[1].pixeles, &bandas[2].pixeles}, filas, cols};
+        for (std::size_t k : {64u, 65u}) {
+            std::vector<ClaseLeida> clases(k);
+            for (auto& c : clases)
+                for (int b = 0; b < 3; ++b) {
+                    c.media.push_back(std::uniform_real_distribution<double>(0, tope)(azar));
+                    c.desviacion.push_back(std::uniform_real_distribution<double>(0, tope / 3)(azar));
+                }
+            clases[5].desviacion[1] = NAN;
+            clases[6].desviacion[0] = -1;  // an empty box
+            clases[7].media = {0, tope, 0};
+            clases[7].desviacion = {0, 0, 0};
+            std::vector<double> bajo, alto;
+            std::vector<uint8_t> nd;
+            for (const auto& c : clases) {
+                nd.push_back(static_cast<uint8_t>(NdClase(c)));
+                for (int b = 0; b < 3; ++b) {
+                    bajo.push_back(c.media[b] - 2.0 * c.desviacion[b]);
+                    alto.push_back(c.media[b] + 2.0 * c.desviacion[b]);
+                }
+            }
+            std::vector<uint8_t> tabla(filas * cols), directo(filas * cols);
+            ASSERT_TRUE(ClasificarParalelepipedos(bc, clases, 2, tabla));
+            ASSERT_TRUE(ParalelepipedosDirecto(bc, bajo, alto, nd, directo));
+            EXPECT_EQ(tabla, directo) << codigo << " " << k;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace orvela::prueba
+
+namespace orvela::prueba {
+namespace {
+
+// The clustering as documented, pixel by pixel: seeds on the diagonal of
+// the band ranges, the nearest centre with strict ties, member means in
+// pixel order, empty clusters to the origin, the 0.5 test, labels from the
+// truncated centre mean in 8 bits.
+std::vector<uint8_t> KMediasDirectas(const std::vector<std::vector<double>>& x, std::size_t k) {
+    const std::size_t n = x.size(), p = x[0].size();
+    std::vector<std::vector<double>> c(k, std::vector<double>(n));
+    for (std::size_t b = 0; b < n; ++b) {
+        const double lo = *std::min_element(x[b].begin(), x[b].end());
+        const double hi = *std::max_element(x[b].begin(), x[b].end());
+        for (std::size_t i = 0; i < k; ++i) c[i][b] = i == 0 ? lo : c[i - 1][b] + (hi - lo) / (k - 1);
+    }
+    std::vector<std::size_t> miembro(p);
+    for (;;) {
+        for (std::size_t q = 0; q < p; ++q) {
+            double mejor = 0;
+            for (std::size_t i = 0; i < k; ++i) {
+                double s = 0;
+                for (std::size_t b = 0; b < n; ++b) s += std::pow(x[b][q] - c[i][b], 2.0);
+                const double d = std::sqrt(s);
+                if (i == 0 || d < mejor) mejor = d, miembro[q] = i;
+            }
+        }
+        std::vector<std::vector<double>> nuevo(k, std::vector<double>(n, 0.0));
+        std::vector<double> cuenta(k, 0.0);
+        for (std::size_t q = 0; q < p; ++q) {
+            cuenta[miembro[q]] += 1;
+            for (std::size_t b = 0; b < n; ++b) nuevo[miembro[q]][b] += x[b][q];
+        }
+        bool quieto = true;
+        for (std::size_t i = 0; i < k; ++i)
+            for (std::size_t b = 0; b < n; ++b) {
+                nuevo[i][b] = cuenta[i] > 0 ? nuevo[i][b] / cuenta[i] : 0.0;
+                if (std::fabs(nuevo[i][b] - c[i][b]) > 0.5) quieto = false;
+            }
+        c = nuevo;
+        if (quieto) break;
+    }
+    std::vector<uint8_t> r(p);
+    for (std::size_t q = 0; q < p; ++q) {
+        double s = 0;
+        for (std::size_t b = 0; b < n; ++b) s += c[miembro[q]][b];
+        r[q] = Almacenar<uint8_t>(s / static_cast<double>(n));
+    }
+    return r;
+}
+
+TEST(NoSupervisada, IgualQueLaDefinicionEnLosCuatroTipos) {
+    std::mt19937 azar(3);
+    for (int codigo : kTipos) {
+        const long filas = 150, cols = 29;  // more than one block of rows
+        std::vector<CImagen> bandas;
+        std::vector<std::vector<double>> x;
+        for (int b = 0; b < 3; ++b) {
+            std::vector<double> v(filas * cols);
+            for (double& e : v)
+                e = std::uniform_int_distribution<int>(0, 200)(azar) + (EsReal(codigo) ? 0.25 : 0);
+            bandas.push_back(Imagen(codigo, filas, cols, v));
+            x.push_back(Muestrario(bandas.back()));
+        }
+        BandasClasificar bc{{&bandas[0].pixeles, &bandas[1].pixeles, &bandas[2].pixeles}, filas, cols};
+        for (int k : {2, 7, 300}) {
+            std::vector<uint8_t> s(filas * cols);
+            const auto r = ClasificarNoSupervisada(bc, k, s);
+            ASSERT_TRUE(r.convergido);
+            EXPECT_EQ(s, KMediasDirectas(x, static_cast<std::size_t>(k))) << codigo << " " << k;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace orvela::prueba
