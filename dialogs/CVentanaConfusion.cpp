@@ -41,7 +41,8 @@ CVentanaConfusion::CVentanaConfusion(Interfaz& ui, const orvela::InformeTexto& i
     setWindowTitle(QString::fromStdString(informe.titulo));
     const orvela::MatrizConfusion& m = *informe.confusion;
     const int k = m.k;
-    informe_ = new CVentanaInforme(ui, informe.titulo, informe.contenido, informe.final.empty() ? ".txt" : informe.final);
+    informe_ = new CVentanaInforme(ui, informe.titulo, informe.contenido, informe.final.empty() ? ".txt" : informe.final,
+                                   nullptr, informe.guardado);
 
     auto* lado = new QWidget;
     auto* capas = new QVBoxLayout(lado);

@@ -73,10 +73,11 @@ const Declaracion kConfusion = [] {
         const std::string ruta = c.valores.Tiene(kInforme) ? c.valores.Texto(kInforme) : std::string();
         if (c.destino == Destino::Ventana) {
             // The window's copy of the report, with the matrix as a table
-            // beside it.
+            // beside it; "Guardar como" writes the file's copy.
             r.informes.push_back({.contenido = InformeConfusion(m, nv, nc, true),
                                   .titulo = "Información índice kappa",
                                   .ruta = ruta,
+                                  .guardado = informe,
                                   .confusion = std::make_shared<const MatrizConfusion>(std::move(m))});
         } else if (!ruta.empty()) {
             r.informes.push_back({"", informe, "Información índice kappa", ruta});
