@@ -324,13 +324,13 @@ TEST_F(Robustez, CabecerasQueNoLoSonYRasterCorto) {
 
 // A pair read from memory is the record that the files give.
 TEST_F(Robustez, ParDesdeMemoriaIgualQueDesdeDisco) {
-    const std::string ozm = {1, 0, 2, 0, -1, -1, 0, 1, 5, 0, 6, 0};  // 2 x 3 integer, little-endian
+    const std::string ozm = {1, 0, 2, 0, -1, -1, 0, 1, 5, 0, 6, 0};  // 2 x 3 unsigned 16-bit, little-endian
     EscribirFichero(dir / "p.inf", kInfUtm);
     EscribirFichero(dir / "p.ozm", ozm);
     CImagen disco, memoria;
     ASSERT_FALSE(disco.Cargar(dir / "p.ozm", 3));
     ASSERT_FALSE(memoria.CargarDeMemoria(kInfUtm, std::as_bytes(std::span(ozm)), dir / "p.ozm", 3));
-    EXPECT_EQ(Muestrario(memoria), (std::vector<double>{1, 2, -1, 256, 5, 6}));
+    EXPECT_EQ(Muestrario(memoria), (std::vector<double>{1, 2, 65535, 256, 5, 6}));
     EXPECT_EQ(Muestrario(memoria), Muestrario(disco));
     EXPECT_EQ(memoria.ComoCabecera().titulo, disco.ComoCabecera().titulo);
     EXPECT_EQ(memoria.geo, disco.geo);
