@@ -87,6 +87,10 @@ bool EscribirPng(const std::string& ruta, const RasterRgb& r) {
     return EscribirPngRgb(ruta, r.ancho, r.alto, [&](uint32_t y) { return r.Pixel(0, y); });
 }
 
+bool EscribirPngRgb(FicheroSeguro& f, uint32_t ancho, uint32_t alto, const FilaPng& fila) {
+    return EscribirEn(f, ancho, alto, PNG_COLOR_TYPE_RGB, nullptr, fila);
+}
+
 bool EscribirPng(FicheroSeguro& f, const RasterRgb& r) {
     if (r.rgb.size() != 3 * static_cast<std::size_t>(r.ancho) * r.alto) return false;
     return EscribirEn(f, r.ancho, r.alto, PNG_COLOR_TYPE_RGB, nullptr, [&](uint32_t y) { return r.Pixel(0, y); });

@@ -42,6 +42,7 @@ bool EscribirPng(const std::string& ruta, const RasterRgb& r);
 // The same into a file the caller commits (alone or with others).
 class FicheroSeguro;
 bool EscribirPng(FicheroSeguro& f, const RasterRgb& r);
+bool EscribirPngRgb(FicheroSeguro& f, uint32_t ancho, uint32_t alto, const FilaPng& fila);
 // 256 palette entries, red, green, blue.
 bool EscribirPngIndexado(const std::string& ruta, uint32_t ancho, uint32_t alto,
                          const std::array<std::array<uint8_t, 3>, 256>& paleta, const FilaPng& fila);

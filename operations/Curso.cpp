@@ -199,19 +199,18 @@ std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, 
         ficheros.push_back(std::move(f));
     }
     if (r.composicion && !r.composicion->ruta.empty()) {
-        // The composite's picture is written (aside, then renamed) before the
-        // group commit: when it cannot be written nothing else is replaced.
+        // The composite's picture joins the same commit.
         const std::string& ruta = r.composicion->ruta;
-        if (auto e = ExportarComposicion(r.composicion->planos, ruta, FormatoDeRuta(ruta))) return e;
+        auto f = std::make_unique<FicheroSeguro>(ruta);
+        if (auto e = ExportarComposicion(r.composicion->planos, *f, FormatoDeRuta(ruta))) return e;
+        rutas.push_back(ruta);
+        ficheros.push_back(std::move(f));
     }
     std::vector<FicheroSeguro*> grupo;
     for (const auto& f : ficheros) grupo.push_back(f.get());
     if (const auto fallo = FicheroSeguro::ConfirmarGrupo(grupo)) return Mensaje::Tabla(msg::kNoCreadoFichero, rutas[*fallo]);
     for (std::size_t i = 0; i < r.imagenes.size(); ++i) r.imagenes[i].rutaRaster = rutas[2 * i];
-    if (escritos) {
-        *escritos = rutas;
-        if (r.composicion && !r.composicion->ruta.empty()) escritos->push_back(r.composicion->ruta);
-    }
+    if (escritos) *escritos = rutas;
     return std::nullopt;
 }
 

@@ -1,5 +1,7 @@
 // Corrections: destriping, lost lines, lost pixels and geometric correction,
 // with values worked by hand over the four data types.
+#include <tuple>
+
 #include "corrections/Bandeado.h"
 #include "corrections/CorreccionGeometrica.h"
 #include "corrections/LineasPerdidas.h"
@@ -290,6 +292,16 @@ TEST(PuntosControl, ReglasDelLector) {
     EXPECT_EQ((*q)[0].x, 30.5);
 }
 
+// A first line that claims a million points over a text of one: refused as
+// short, without room made for the million.
+TEST(PuntosControl, RecuentoQueElTextoNoSostiene) {
+    std::string e;
+    EXPECT_FALSE(AnalizarPuntosControl("1000000\n1 2 3 4\n", &e));
+    EXPECT_EQ(e, "El fichero de puntos de control tiene 1 puntos en lugar de 1000000.");
+    EXPECT_FALSE(AnalizarPuntosControl("1000001\n1 2 3 4\n", &e));
+    EXPECT_EQ(e, "La primera línea del fichero de puntos de control no da un número de puntos válido.");
+}
+
 std::vector<PuntoControl> Cuadrado() {
     // (0,0) (10,0) (0,10) (10,10) with lines 0 0 0 4 and columns 0: the plane
     // -1 + 0.2 x + 0.2 y leaves residuals 1, -1, -1, 1.
@@ -522,6 +534,41 @@ TEST(Reflectancia, ValorCalculadoAManoYMetadatos) {
     CImagen res;
     ASSERT_FALSE(res.Cargar(d / "r.ozm"));
     EXPECT_NEAR(res.pixeles.Valor(0), 0.3489762, 1e-6);
+}
+
+// The metadata file as older and newer products write it: names with the
+// blanks, quotes and carriage returns around them removed, a name given
+// twice read with its last value, the older gain from the radiance and
+// quantisation limits, and each missing figure named.
+TEST(Reflectancia, LecturaDeMetadatos) {
+    const std::string antiguo =
+        "GROUP = PRODUCT_METADATA\r\n  ACQUISITION_DATE = 1990-03-01\r\n  SUN_ELEVATION = 10\r\n"
+        "  SUN_ELEVATION = \"45.5\"\r\nlinea sin igual\n  LMAX_BAND4 = 221\n  LMIN_BAND4=-1\n"
+        "\tQCALMAX_BAND4 = 255 \n  QCALMIN_BAND4 = 1\nEND";
+    const auto c = AnalizarMetadatosTM(antiguo, "m.txt", 4);
+    ASSERT_TRUE(c);
+    EXPECT_EQ(c->ganancia, 222.0 / 254.0);
+    EXPECT_EQ(c->sesgo, -1.0 - 222.0 / 254.0);
+    EXPECT_EQ(c->elevacionSolar, 45.5);
+    EXPECT_EQ(std::make_tuple(c->anio, c->mes, c->dia), std::make_tuple(1990, 3, 1));
+    // The newer names win over the older ones in the same file.
+    const auto n = AnalizarMetadatosTM(antiguo + "\nRADIANCE_MULT_BAND_4 = 0.5\nRADIANCE_ADD_BAND_4 = -2", "m.txt", 4);
+    ASSERT_TRUE(n);
+    EXPECT_EQ(std::make_pair(n->ganancia, n->sesgo), std::make_pair(0.5, -2.0));
+    std::string e;
+    EXPECT_FALSE(AnalizarMetadatosTM(antiguo, "m.txt", 5, &e));
+    EXPECT_EQ(e, "El fichero de metadatos m.txt no da la ganancia y el sesgo de la banda elegida.");
+    auto sin = [&](const std::string& nombre) {
+        std::string t = antiguo;
+        for (auto p = t.find(nombre); p != std::string::npos; p = t.find(nombre)) t[p] = 'X';
+        return t;
+    };
+    EXPECT_FALSE(AnalizarMetadatosTM(sin("SUN_ELEVATION"), "m.txt", 4, &e));
+    EXPECT_EQ(e, "El fichero de metadatos m.txt no da la elevación solar de la banda elegida.");
+    EXPECT_FALSE(AnalizarMetadatosTM(sin("ACQUISITION_DATE"), "m.txt", 4, &e));
+    EXPECT_EQ(e, "El fichero de metadatos m.txt no da la fecha de adquisición de la banda elegida.");
+    // Equal quantisation limits give no gain.
+    EXPECT_FALSE(AnalizarMetadatosTM(sin("QCALMIN_BAND4 = 1") + "\nQCALMIN_BAND4 = 255", "m.txt", 4, &e));
 }
 
 TEST(Reflectancia, ObjetoOscuroYMensajes) {

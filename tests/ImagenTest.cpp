@@ -2,6 +2,9 @@
 // figures, the display conversion, the store rules and the message table.
 #include <unistd.h>
 
+#include <span>
+#include <tuple>
+
 #include "image/Estadisticas.h"
 #include "image/Visualizacion.h"
 #include "tests/Prueba.h"
@@ -281,6 +284,9 @@ protected:
         EscribirFichero(dir / (stem + ".ozm"), ozm);
         auto e = previa.Cargar(dir / (stem + ".ozm"));
         EXPECT_TRUE(e) << stem;
+        // The same pair from memory gets the same answer.
+        EXPECT_EQ(previa.CargarDeMemoria(inf, std::as_bytes(std::span(ozm)), "m.ozm"), e)
+            << stem;
         EXPECT_EQ(previa.titulo, "previa");
         EXPECT_EQ(Muestrario(previa), (std::vector<double>{9, 9, 9, 9}));
         return e.value_or(Mensaje{});
@@ -314,6 +320,22 @@ TEST_F(Robustez, CabecerasQueNoLoSonYRasterCorto) {
     ASSERT_TRUE(CabeceraLegible(dir / "larga.ozm", &c));
     EXPECT_LT(c.titulo.size(), 512u << 10);
     EXPECT_EQ(c.geo, kGeoUtm);
+}
+
+// A pair read from memory is the record that the files give.
+TEST_F(Robustez, ParDesdeMemoriaIgualQueDesdeDisco) {
+    const std::string ozm = {1, 0, 2, 0, -1, -1, 0, 1, 5, 0, 6, 0};  // 2 x 3 unsigned 16-bit, little-endian
+    EscribirFichero(dir / "p.inf", kInfUtm);
+    EscribirFichero(dir / "p.ozm", ozm);
+    CImagen disco, memoria;
+    ASSERT_FALSE(disco.Cargar(dir / "p.ozm", 3));
+    ASSERT_FALSE(memoria.CargarDeMemoria(kInfUtm, std::as_bytes(std::span(ozm)), dir / "p.ozm", 3));
+    EXPECT_EQ(Muestrario(memoria), (std::vector<double>{1, 2, 65535, 256, 5, 6}));
+    EXPECT_EQ(Muestrario(memoria), Muestrario(disco));
+    EXPECT_EQ(memoria.ComoCabecera().titulo, disco.ComoCabecera().titulo);
+    EXPECT_EQ(memoria.geo, disco.geo);
+    EXPECT_EQ(std::make_tuple(memoria.tipoDato, memoria.filas, memoria.columnas, memoria.indicePaleta, memoria.rutaRaster),
+              std::make_tuple(disco.tipoDato, disco.filas, disco.columnas, disco.indicePaleta, disco.rutaRaster));
 }
 
 TEST_F(Robustez, DimensionesSinMemoria) {

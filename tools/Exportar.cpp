@@ -131,7 +131,16 @@ std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const 
 }
 
 std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, const std::string& ruta, FormatoImagen formato) {
+    FicheroSeguro f(ruta);
+    if (auto e = ExportarComposicion(c, f, formato)) return e;
+    if (!f.Confirmar())
+        return formato == FormatoImagen::Bmp ? Mensaje::Tabla(msg::kNoCreadoBmp) : Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, FicheroSeguro& f, FormatoImagen formato) {
     if (!c.Valida()) return Mensaje::Tabla(msg::kSinImagen);
+    const std::string& ruta = f.Destino();
     const Mensaje fallo = formato == FormatoImagen::Bmp ? Mensaje::Tabla(msg::kNoCreadoBmp)
                                                         : Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
     if (c.columnas > 0x7FFFFFFF || c.filas > 0x7FFFFFFF) return fallo;
@@ -140,7 +149,7 @@ std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, const std:
     try {
         if (formato == FormatoImagen::Png) {
             std::vector<uint8_t> fila(3 * static_cast<std::size_t>(ancho));
-            const bool ok = EscribirPngRgb(ruta, ancho, alto, [&](uint32_t y) {
+            const bool ok = EscribirPngRgb(f, ancho, alto, [&](uint32_t y) {
                 const std::size_t k0 = static_cast<std::size_t>(y) * ancho;
                 for (uint32_t x = 0; x < ancho; ++x) {
                     fila[3 * x] = c.rojo[k0 + x];
@@ -151,14 +160,13 @@ std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, const std:
             });
             return ok ? std::nullopt : std::optional<Mensaje>(fallo);
         }
-        FicheroSeguro f(ruta);
         const bool ok = f.Abierto() && EscribirBmp(f, ancho, alto, [&](uint32_t x, uint32_t y, uint8_t* bgr) {
             const std::size_t k = static_cast<std::size_t>(y) * ancho + x;
             bgr[0] = c.azul[k];
             bgr[1] = c.verde[k];
             bgr[2] = c.rojo[k];
         });
-        if (!ok || !f.Confirmar()) return fallo;
+        if (!ok || !f.Cerrar()) return fallo;
     } catch (const std::bad_alloc&) {
         return MensajeMemoria(static_cast<double>(c.filas), static_cast<double>(c.columnas));
     }

@@ -20,6 +20,9 @@ std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const 
 // A colour composite's picture, one pixel per sample in its own colours:
 // an RGB PNG or a 24-bit BMP (the same failures as above).
 std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, const std::string& ruta, FormatoImagen f);
+// The same into a file that the caller commits with others (the files of a
+// result); nothing on disk changes here.
+std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, FicheroSeguro& f, FormatoImagen formato);
 // ".png" (any case) at the end of a path: PNG; otherwise BMP.
 FormatoImagen FormatoDeRuta(const std::string& ruta);
 
