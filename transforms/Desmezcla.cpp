@@ -110,18 +110,87 @@ void Desmezclador::Fila(const double* const* x, std::size_t n, bool restringida,
             r[c] += d * d;
         }
     }
-    std::vector<double> px(static_cast<std::size_t>(nb_));
+    // Pixels outside the triangle under the constraint are gathered and
+    // their three edges solved band after band below.
+    std::vector<std::size_t> fuera;
     for (std::size_t c = 0; c < n; ++c) {
-        double f[3] = {f0[c], f1[c], (1.0 - f0[c]) - f1[c]};
-        double e = std::sqrt(r[c] / nb_);
+        const double f[3] = {f0[c], f1[c], (1.0 - f0[c]) - f1[c]};
         if (restringida && !(f[0] >= 0 && f[1] >= 0 && f[2] >= 0)) {
-            for (int b = 0; b < nb_; ++b) px[static_cast<std::size_t>(b)] = x[b][c];
-            e = Pixel(px.data(), true, f);
+            fuera.push_back(c);
+            continue;
         }
         out[0][c] = Codificar(f[0]);
         out[1][c] = Codificar(f[1]);
         out[2][c] = Codificar(f[2]);
-        out[3][c] = Almacenar<float>(e);
+        out[3][c] = Almacenar<float>(std::sqrt(r[c] / nb_));
+    }
+    if (!fuera.empty()) Lados(x, fuera, out);
+}
+
+// The constrained answer of Pixel for the pixels `fuera` of a row: each
+// edge's projection and residual with Pixel's arithmetic, in its order,
+// computed for all of them at once.
+void Desmezclador::Lados(const double* const* x, const std::vector<std::size_t>& fuera, float* const out[4]) const {
+    static constexpr int kLados[3][2] = {{0, 1}, {0, 2}, {1, 2}};
+    const std::size_t m = fuera.size();
+    std::vector<double> px(m);
+    std::array<std::vector<double>, 3> num, t, res;
+    std::array<double, 3> den{};
+    for (int l = 0; l < 3; ++l) {
+        num[l].assign(m, 0.0);
+        res[l].assign(m, 0.0);
+    }
+    for (int b = 0; b < nb_; ++b) {
+        for (std::size_t j = 0; j < m; ++j) px[j] = x[b][fuera[j]];
+        for (int l = 0; l < 3; ++l) {
+            const double ep = e_.espectro[kLados[l][0]][b], eq = e_.espectro[kLados[l][1]][b];
+            const double d = ep - eq;
+            den[l] += d * d;
+            double* nl = num[l].data();
+            for (std::size_t j = 0; j < m; ++j) nl[j] += (px[j] - eq) * d;
+        }
+    }
+    for (int l = 0; l < 3; ++l) {
+        t[l].resize(m);
+        for (std::size_t j = 0; j < m; ++j) {
+            double v = num[l][j] / den[l];
+            if (v < 0) v = 0;
+            if (v > 1) v = 1;
+            t[l][j] = v;
+        }
+    }
+    for (int b = 0; b < nb_; ++b) {
+        for (std::size_t j = 0; j < m; ++j) px[j] = x[b][fuera[j]];
+        const double e0 = e_.espectro[0][b], e1 = e_.espectro[1][b], e2 = e_.espectro[2][b];
+        for (int l = 0; l < 3; ++l) {
+            const int p = kLados[l][0], q = kLados[l][1];
+            const double* tl = t[l].data();
+            double* rl = res[l].data();
+            for (std::size_t j = 0; j < m; ++j) {
+                double g[3] = {0, 0, 0};
+                g[p] = tl[j];
+                g[q] = 1.0 - tl[j];
+                const double d = px[j] - ((g[0] * e0 + g[1] * e1) + g[2] * e2);
+                rl[j] += d * d;
+            }
+        }
+    }
+    for (std::size_t j = 0; j < m; ++j) {
+        double mejor = 0, f[3] = {0, 0, 0};
+        for (int l = 0; l < 3; ++l) {
+            const double r = std::sqrt(res[l][j] / nb_);
+            if (l == 0 || r < mejor) {
+                mejor = r;
+                f[0] = f[1] = f[2] = 0;
+                f[kLados[l][0]] = t[l][j];
+                f[kLados[l][1]] = 1.0 - t[l][j];
+            }
+        }
+        const std::size_t c = fuera[j];
+        out[0][c] = Codificar(f[0]);
+        out[1][c] = Codificar(f[1]);
+        out[2][c] = Codificar(f[2]);
+        out[3][c] = Almacenar<float>(mejor);
     }
 }
 

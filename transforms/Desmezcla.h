@@ -46,6 +46,7 @@ private:
     // Row k of the least-squares solver: f_k = sum_b m_[k][b] * (x_b - e_2[b]).
     std::array<std::vector<double>, 2> m_;
     double Residuo(const double* x, const double f[3]) const;
+    void Lados(const double* const* x, const std::vector<std::size_t>& fuera, float* const out[4]) const;
 };
 
 // The whole image: fraction images coded 100 + 100 x fraction and the RMS
