@@ -486,6 +486,10 @@ bool COperacionDlg::Tomar(int i, Eleccion e) {
         return rechazar(Mensaje::Tabla(msg::kNumeroBandas));
     if (decl.clase == ClaseEntrada::Fichero) {
         if (auto m = ComprobarFicheroDatos(decl, e.ruta)) return rechazar(*m);
+        if (revisarFichero && !revisarFichero(i, e.ruta)) {
+            if (!lista) nombresEntrada_[k]->clear();
+            return false;
+        }
     } else {
         std::vector<std::optional<Cabecera>> previas = Previas(i);
         // The index the checks give this pick: its place among the images.
@@ -578,7 +582,9 @@ orvela::Elegidas COperacionDlg::Elegidas() const {
     orvela::Elegidas r;
     r.cabeceras.resize(entradas_.size());
     r.ficheros.resize(entradas_.size());
+    r.ventana.assign(entradas_.size(), false);
     for (std::size_t i = 0; i < entradas_.size(); ++i) {
+        r.ventana[i] = radiosVentana_[i] && radiosVentana_[i]->isChecked();
         if (d_.entradas[i].clase == ClaseEntrada::Fichero) {
             for (const auto& e : entradas_[i].elecciones) r.ficheros[i].push_back(e.ruta);
         } else if (radiosVentana_[i] && radiosVentana_[i]->isChecked()) {

@@ -37,6 +37,7 @@
 
 #include <QDialog>
 #include <QMetaObject>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -129,6 +130,10 @@ public:
     const std::string& Stem() const { return stem_; }
     // Values of the main dialog's fields (valid once accepted).
     const orvela::Valores& Valores() const { return valores_; }
+
+    // A file input's pick that passed its checks is reviewed by the user
+    // before it is taken (the control points' errors); false gives it up.
+    std::function<bool(int indice, const std::string& ruta)> revisarFichero;
 
 private slots:
     void Aceptar();
