@@ -18,8 +18,9 @@ int Escena(const std::vector<std::string>& args, std::ostream&, std::ostream& er
 }
 
 const RegistroOrden registro({"escena",
-                              "Escribe la escena de prácticas: seis bandas TM (tm1 ... tm5, tm7) y la verdad "
-                              "terreno clasificada con su leyenda.",
+                              "Escribe la escena de prácticas: seis bandas TM (tm1 ... tm5, tm7), la verdad "
+                              "terreno clasificada con su leyenda, las áreas puras de vegetación, sombra y "
+                              "suelo (extremos) con sus ficheros de clase y los ejercicios de corrección.",
                               "DIRECTORIO", Escena});
 
 }  // namespace

@@ -166,7 +166,7 @@ TEST(Cli, Exportar) {
 TEST(Cli, Escena) {
     CarpetaPrueba dir;
     Espera({"escena", dir / "nueva/escena"}, cli::kExito);
-    EXPECT_EQ(Contenido(dir / "nueva/escena").size(), 19u);
+    EXPECT_EQ(Contenido(dir / "nueva/escena").size(), 25u);
     EscribirFichero(dir / "fichero", "no es una carpeta");
     Espera({"escena", dir / "fichero/escena"}, cli::kFallo);
 }

@@ -2,6 +2,7 @@
 // defects it announces and a ground truth that reads back.
 #include "tests/Prueba.h"
 #include "tools/EscenaPractica.h"
+#include "transforms/MediasClase.h"
 
 using namespace orvela;
 using namespace orvela::prueba;
@@ -125,7 +126,7 @@ TEST(Escena, ParesEscritosYLeyenda) {
     const std::string antes = LeerFichero(carpeta + "/tm5.ozm");
     ASSERT_FALSE(EscribirEscena(carpeta));
     EXPECT_EQ(LeerFichero(carpeta + "/tm5.ozm"), antes);
-    EXPECT_EQ(Contenido(carpeta).size(), 19u);
+    EXPECT_EQ(Contenido(carpeta).size(), 25u);
 
     // A path through a file, and a folder where one of the files cannot be
     // put: what was written is taken back.
@@ -134,4 +135,75 @@ TEST(Escena, ParesEscritosYLeyenda) {
     std::filesystem::create_directories(dir / "e/verdad.inf");
     EXPECT_TRUE(EscribirEscena(dir / "e"));
     EXPECT_EQ(Contenido(dir / "e"), (std::set<std::string>{"verdad.inf"}));
+}
+
+// The unmixing lab of the help page: tm2 ... tm5 with the class files written
+// beside the scene. Pure areas come out pure, the scrubland gives back the
+// fractions it was mixed from, and the ground truth of the pure areas reads
+// back with its legend.
+TEST(Escena, DesmezclaConLosExtremosDeLaEscena) {
+    CarpetaPrueba dir;
+    ASSERT_FALSE(EscribirEscena(dir.Ruta()));
+    const char* const ficheros[3] = {"vegetacion.txt", "sombra.txt", "suelo.txt"};
+    const double* const firmas[3] = {kFirmaVegetacionPura, kFirmaSombra, kFirmaSueloPuro};
+    for (int k = 0; k < 3; ++k) {
+        const auto medias = LeerMediasClase(dir / ficheros[k]);
+        ASSERT_TRUE(medias) << ficheros[k];
+        ASSERT_EQ(medias->size(), 4u);
+        // Bands 2 to 5 are file bands 1 to 4; 196 samples with noise of 1.2.
+        for (int b = 0; b < 4; ++b) EXPECT_NEAR((*medias)[b], firmas[k][b + 1], 0.5) << ficheros[k] << " " << b;
+    }
+    // Each is what "Establecer clase" writes for the rectangles the help page gives.
+    const int columnas[3] = {kColumnaVegetacionPura, kColumnaSombra, kColumnaSueloPuro};
+    for (int k = 0; k < 3; ++k) {
+        std::vector<std::string> args = {"clase", "--modo", "rectangulos", "--altura", "3", "--anchura", "3"};
+        for (const auto& centro : kCentrosMuestra)
+            args.insert(args.end(), {"--punto", std::to_string(kFilaPuras + centro[0]) + "," +
+                                                    std::to_string(columnas[k] + centro[1])});
+        for (int b : kBandasDesmezcla) args.push_back(dir / ("tm" + std::to_string(b) + ".ozm"));
+        args.push_back(dir / "repetida");
+        Espera(args, cli::kExito);
+        EXPECT_EQ(LeerFichero(dir / "repetida.txt"), LeerFichero(dir / ficheros[k])) << ficheros[k];
+    }
+    Espera({"desmezcla-landsat", "--vegetacion", dir / "vegetacion.txt", "--sombra", dir / "sombra.txt", "--suelo",
+            dir / "suelo.txt", dir / "tm2.ozm", dir / "tm3.ozm", dir / "tm4.ozm", dir / "tm5.ozm", dir / "mez"},
+           cli::kExito);
+    std::vector<double> fraccion[3], error;
+    const char* const finales[3] = {"_Vegetacion", "_Sombra", "_Suelo"};
+    for (int k = 0; k < 3; ++k) {
+        CImagen im;
+        ASSERT_FALSE(im.Cargar(dir / (std::string("mez") + finales[k] + ".ozm")));
+        fraccion[k] = Muestrario(im);
+    }
+    CImagen e;
+    ASSERT_FALSE(e.Cargar(dir / "mez_Error.ozm"));
+    error = Muestrario(e);
+    CImagen extremos;
+    ASSERT_FALSE(extremos.Cargar(dir / "extremos.ozm"));
+    const auto puras = Muestrario(extremos);
+
+    double suma[3][3] = {}, n[3] = {}, desvio = 0, errorMatorral = 0, matorral = 0;
+    for (int f = 0; f < kLado; ++f)
+        for (int c = 0; c < kLado; ++c) {
+            const std::size_t i = static_cast<std::size_t>(f) * kLado + c;
+            double fr[3];
+            if (FraccionesMatorral(f, c, fr)) {
+                for (int k = 0; k < 3; ++k) desvio += std::abs(fraccion[k][i] - (100 + 100 * fr[k]));
+                errorMatorral += error[i];
+                ++matorral;
+            }
+            if (puras[i] == 0) continue;
+            const int k = static_cast<int>(puras[i]) - 1;
+            for (int j = 0; j < 3; ++j) suma[k][j] += fraccion[j][i];
+            ++n[k];
+        }
+    for (int k = 0; k < 3; ++k) {
+        EXPECT_EQ(n[k], kLadoPuro * kLadoPuro) << k;
+        for (int j = 0; j < 3; ++j) EXPECT_NEAR(suma[k][j] / n[k], j == k ? 200 : 100, 2.0) << k << " " << j;
+    }
+    EXPECT_EQ(matorral, kAltoMatorral * (kColumnaSueloPuro + kLadoPuro - kColumnaVegetacionPura));
+    EXPECT_LT(desvio / (3 * matorral), 3.0);         // within 3 % of the fractions it was mixed from
+    EXPECT_LT(errorMatorral / matorral, 1.5);        // the noise, not a missing endmember
+    EXPECT_EQ(Pares(LeerLeyendaVentana(dir / "extremos.ozm")),
+              (Clases{{"Vegetacion_pura", kExtremoVegetacion}, {"Sombra", kExtremoSombra}, {"Suelo_desnudo", kExtremoSuelo}}));
 }

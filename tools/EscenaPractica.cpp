@@ -1,9 +1,11 @@
 #include "tools/EscenaPractica.h"
 #include "tools/EscenaCorrecciones.h"
 
+#include "classification/FicheroClase.h"
 #include "image/Codificacion.h"
 #include "image/FicheroSeguro.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <memory>
@@ -49,7 +51,12 @@ double Suave(int f, int c, double escala, int canal) {
 }
 
 // Kinds of ground, each with its own signature; several make one class.
-enum Cubierta { kLago, kRio, kRibera, kCultivo, kBosque, kArado, kBarbecho, kTejado, kCalle, kCubiertas };
+// After the kCubiertas of the landscape come the endmembers' pure areas and
+// the scrubland mixed from them, which have signatures of their own.
+enum Cubierta {
+    kLago, kRio, kRibera, kCultivo, kBosque, kArado, kBarbecho, kTejado, kCalle, kCubiertas,
+    kPuraVegetacion = kCubiertas, kPuraSombra, kPuraSuelo, kMatorral
+};
 
 // Digital levels of each kind of ground in TM bands 1, 2, 3, 4, 5, 7 (band 1
 // carries the haze of the atmosphere; water is dark in the infrared,
@@ -98,6 +105,14 @@ struct Parcelario {
 };
 
 Punto Terreno(int f, int c, const Parcelario& campos) {
+    // The pure areas and the scrubland, in the fields of the south-west.
+    if (f >= kFilaPuras && f < kFilaPuras + kLadoPuro) {
+        if (c >= kColumnaVegetacionPura && c < kColumnaVegetacionPura + kLadoPuro) return {kPuraVegetacion, 0};
+        if (c >= kColumnaSombra && c < kColumnaSombra + kLadoPuro) return {kPuraSombra, 0};
+        if (c >= kColumnaSueloPuro && c < kColumnaSueloPuro + kLadoPuro) return {kPuraSuelo, 0};
+    }
+    double fracciones[3];
+    if (FraccionesMatorral(f, c, fracciones)) return {kMatorral, 0};
     // Lake with an uneven shore.
     const double ly = (f - 95) / 38.0, lx = (c - 300) / 55.0;
     if (ly * ly + lx * lx < 1.0 + 0.12 * Suave(f, c, 16, 9)) return {kLago, 0};
@@ -127,7 +142,62 @@ uint8_t Nivel(double v) {
     return static_cast<uint8_t>(r < 1 ? 1 : r > 254 ? 254 : r);
 }
 
+// The levels of the endmembers' areas and the scrubland, before the noise;
+// `clase` and `extremo` receive their values in the two ground truths.
+double NivelMezcla(const Punto& p, int f, int c, int b, uint8_t& clase, uint8_t& extremo) {
+    switch (p.cubierta) {
+        case kPuraVegetacion:
+            clase = kVegetacion, extremo = kExtremoVegetacion;
+            return kFirmaVegetacionPura[b];
+        case kPuraSombra:
+            // The shaded slope of a wooded hill.
+            clase = kVegetacion, extremo = kExtremoSombra;
+            return kFirmaSombra[b];
+        case kPuraSuelo:
+            clase = kSuelo, extremo = kExtremoSuelo;
+            return kFirmaSueloPuro[b];
+        default: {
+            double fr[3] = {0, 0, 0};
+            FraccionesMatorral(f, c, fr);
+            clase = fr[0] >= fr[2] ? kVegetacion : kSuelo, extremo = 0;
+            return (fr[0] * kFirmaVegetacionPura[b] + fr[1] * kFirmaSombra[b]) + fr[2] * kFirmaSueloPuro[b];
+        }
+    }
+}
+
 }  // namespace
+
+bool FraccionesMatorral(int f, int c, double fracciones[3]) {
+    const int ultima = kColumnaSueloPuro + kLadoPuro - 1;
+    if (f < kFilaMatorral || f >= kFilaMatorral + kAltoMatorral || c < kColumnaVegetacionPura || c > ultima)
+        return false;
+    const double x = static_cast<double>(c - kColumnaVegetacionPura) / (ultima - kColumnaVegetacionPura);
+    const double y = static_cast<double>(f - kFilaMatorral) / (kAltoMatorral - 1);
+    fracciones[0] = 0.10 + 0.55 * x;
+    fracciones[1] = 0.05 + 0.30 * y;
+    fracciones[2] = (1.0 - fracciones[0]) - fracciones[1];
+    return true;
+}
+
+std::vector<std::string> TextosClasesPuras(const Escena& e) {
+    std::vector<const CImagen*> bandas;
+    std::vector<std::string> nombres;
+    for (int banda : kBandasDesmezcla) {
+        const int i = static_cast<int>(std::find(kBandas, kBandas + 6, banda) - kBandas);
+        bandas.push_back(&e.bandas[static_cast<std::size_t>(i)]);
+        nombres.push_back(e.bandas[static_cast<std::size_t>(i)].titulo);
+    }
+    std::vector<std::string> textos;
+    for (int columna : {kColumnaVegetacionPura, kColumnaSombra, kColumnaSueloPuro}) {
+        std::vector<Posicion> muestras;
+        for (const auto& centro : kCentrosMuestra) {
+            const auto grupo = GrupoMuestras(ModoMuestreo::Rectangulos, kFilaPuras + centro[0], columna + centro[1], 3, 3);
+            muestras.insert(muestras.end(), grupo.begin(), grupo.end());
+        }
+        textos.push_back(TextoFicheroClase(CalcularClase(bandas, nombres, muestras)));
+    }
+    return textos;
+}
 
 std::optional<Mensaje> CrearEscena(Escena& e) {
     const Georreferencia geo{static_cast<float>(kMinX),
@@ -146,6 +216,9 @@ std::optional<Mensaje> CrearEscena(Escena& e) {
     }
     if (auto m = nueva.verdad.Iniciar("verdad.ozm", "", "verdad", kLado, kLado, "byte", 0, 1, "UTM-30N", "m", geo))
         return m;
+    if (auto m = nueva.extremos.Iniciar("extremos.ozm", "", "extremos", kLado, kLado, "byte", 0, 1, "UTM-30N", "m", geo))
+        return m;
+    auto extremos = nueva.extremos.pixeles.Como<uint8_t>();
 
     const Parcelario campos;
     auto verdad = nueva.verdad.pixeles.Como<uint8_t>();
@@ -153,6 +226,13 @@ std::optional<Mensaje> CrearEscena(Escena& e) {
         for (int c = 0; c < kLado; ++c) {
             const std::size_t k = static_cast<std::size_t>(f) * kLado + c;
             const Punto p = Terreno(f, c, campos);
+            if (p.cubierta >= kPuraVegetacion) {
+                for (int b = 0; b < 6; ++b) {
+                    const double v = NivelMezcla(p, f, c, b, verdad[k], extremos[k]) + 1.2 * Ruido(f, c, b);
+                    nueva.bandas[b].pixeles.Como<uint8_t>()[k] = Nivel(v);
+                }
+                continue;
+            }
             verdad[k] = kClaseDe[p.cubierta];
             // Fields and blocks differ in brightness; crops also in vigour.
             double brillo = 1.0, vigor = 1.0;
@@ -193,6 +273,9 @@ std::optional<Mensaje> CrearEscena(Escena& e) {
     }
 
     nueva.clases = {{"Agua", kAgua}, {"Vegetacion", kVegetacion}, {"Suelo", kSuelo}, {"Urbano", kUrbano}};
+    nueva.clasesExtremos = {{"Vegetacion_pura", kExtremoVegetacion},
+                            {"Sombra", kExtremoSombra},
+                            {"Suelo_desnudo", kExtremoSuelo}};
     e = std::move(nueva);
     return std::nullopt;
 }
@@ -223,6 +306,7 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     std::vector<CImagen*> imagenes;
     for (auto& b : e.bandas) imagenes.push_back(&b);
     imagenes.push_back(&e.verdad);
+    imagenes.push_back(&e.extremos);
     for (CImagen* im : imagenes) {
         const std::string ruta = base + im->titulo + ".ozm";
         if (!escribir(ruta, im->pixeles.Datos(), im->pixeles.Bytes())) return fallo(ruta);
@@ -233,6 +317,17 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     const std::string leyenda = RutaLeyenda(base + "verdad.ozm");
     const std::string textoLeyenda = Utf8ACp1252(TextoLeyenda(e.clases));
     if (!escribir(leyenda, textoLeyenda.data(), textoLeyenda.size())) return fallo(leyenda);
+    const std::string leyendaExtremos = RutaLeyenda(base + "extremos.ozm");
+    const std::string textoExtremos = Utf8ACp1252(TextoLeyenda(e.clasesExtremos));
+    if (!escribir(leyendaExtremos, textoExtremos.data(), textoExtremos.size())) return fallo(leyendaExtremos);
+    // The endmembers' class files, as a student samples them.
+    const auto clases = TextosClasesPuras(e);
+    const char* const nombresClase[3] = {"vegetacion.txt", "sombra.txt", "suelo.txt"};
+    for (std::size_t k = 0; k < 3; ++k) {
+        const std::string ruta = base + nombresClase[k];
+        const std::string texto = Utf8ACp1252(clases[k]);
+        if (!escribir(ruta, texto.data(), texto.size())) return fallo(ruta);
+    }
     // The exercises of the corrections: a distorted band with its control
     // points and a metadata file, in the same commit.
     if (auto m = EscribirEscenaCorrecciones(e, base, ficheros)) {

@@ -91,7 +91,18 @@ double Desmezclador::Pixel(const double* x, bool restringida, double f[3]) const
 }
 
 void Desmezclador::Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4]) const {
-    std::vector<double> f0(n, 0.0), f1(n, 0.0), r(n, 0.0);
+    Memoria m;
+    Fila(x, n, restringida, out, m);
+}
+
+void Desmezclador::Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4],
+                        Memoria& mem) const {
+    mem.f0.assign(n, 0.0);
+    mem.f1.assign(n, 0.0);
+    mem.r.assign(n, 0.0);
+    double* f0 = mem.f0.data();
+    double* f1 = mem.f1.data();
+    double* r = mem.r.data();
     for (int b = 0; b < nb_; ++b) {
         const double* xb = x[b];
         const double e2 = e_.espectro[2][b], m0 = m_[0][b], m1 = m_[1][b];
@@ -110,18 +121,101 @@ void Desmezclador::Fila(const double* const* x, std::size_t n, bool restringida,
             r[c] += d * d;
         }
     }
-    std::vector<double> px(static_cast<std::size_t>(nb_));
+    // Pixels outside the triangle under the constraint are gathered and
+    // their three edges solved band after band below.
+    std::vector<std::size_t>& fuera = mem.fuera;
+    fuera.clear();
     for (std::size_t c = 0; c < n; ++c) {
-        double f[3] = {f0[c], f1[c], (1.0 - f0[c]) - f1[c]};
-        double e = std::sqrt(r[c] / nb_);
+        const double f[3] = {f0[c], f1[c], (1.0 - f0[c]) - f1[c]};
         if (restringida && !(f[0] >= 0 && f[1] >= 0 && f[2] >= 0)) {
-            for (int b = 0; b < nb_; ++b) px[static_cast<std::size_t>(b)] = x[b][c];
-            e = Pixel(px.data(), true, f);
+            fuera.push_back(c);
+            continue;
         }
         out[0][c] = Codificar(f[0]);
         out[1][c] = Codificar(f[1]);
         out[2][c] = Codificar(f[2]);
-        out[3][c] = Almacenar<float>(e);
+        out[3][c] = Almacenar<float>(std::sqrt(r[c] / nb_));
+    }
+    if (!fuera.empty()) Lados(x, mem, out);
+}
+
+// The constrained answer of Pixel for the pixels `fuera` of a row: each
+// edge's projection and residual with Pixel's arithmetic, in its order,
+// computed for all of them at once.
+void Desmezclador::Lados(const double* const* x, Memoria& mem, float* const out[4]) const {
+    static constexpr int kLados[3][2] = {{0, 1}, {0, 2}, {1, 2}};
+    const std::vector<std::size_t>& fuera = mem.fuera;
+    const std::size_t m = fuera.size();
+    std::vector<double>& px = mem.px;
+    px.resize(m);
+    auto& num = mem.num;
+    auto& t = mem.t;
+    auto& res = mem.res;
+    std::array<double, 3> den{};
+    for (int l = 0; l < 3; ++l) {
+        num[l].assign(m, 0.0);
+        res[l].assign(m, 0.0);
+    }
+    for (int b = 0; b < nb_; ++b) {
+        for (std::size_t j = 0; j < m; ++j) px[j] = x[b][fuera[j]];
+        for (int l = 0; l < 3; ++l) {
+            const double ep = e_.espectro[kLados[l][0]][b], eq = e_.espectro[kLados[l][1]][b];
+            const double d = ep - eq;
+            den[l] += d * d;
+            double* nl = num[l].data();
+            for (std::size_t j = 0; j < m; ++j) nl[j] += (px[j] - eq) * d;
+        }
+    }
+    for (int l = 0; l < 3; ++l) {
+        t[l].resize(m);
+        for (std::size_t j = 0; j < m; ++j) {
+            double v = num[l][j] / den[l];
+            if (v < 0) v = 0;
+            if (v > 1) v = 1;
+            t[l][j] = v;
+        }
+    }
+    for (int b = 0; b < nb_; ++b) {
+        for (std::size_t j = 0; j < m; ++j) px[j] = x[b][fuera[j]];
+        const double e0 = e_.espectro[0][b], e1 = e_.espectro[1][b], e2 = e_.espectro[2][b];
+        // The fractions of each edge written out, the third one 0, so that
+        // the loops run over plain arrays.
+        const double* t0 = t[0].data();
+        const double* t1 = t[1].data();
+        const double* t2 = t[2].data();
+        double* r0 = res[0].data();
+        double* r1 = res[1].data();
+        double* r2 = res[2].data();
+        const double* p = px.data();
+        for (std::size_t j = 0; j < m; ++j) {
+            const double d = p[j] - ((t0[j] * e0 + (1.0 - t0[j]) * e1) + 0.0 * e2);
+            r0[j] += d * d;
+        }
+        for (std::size_t j = 0; j < m; ++j) {
+            const double d = p[j] - ((t1[j] * e0 + 0.0 * e1) + (1.0 - t1[j]) * e2);
+            r1[j] += d * d;
+        }
+        for (std::size_t j = 0; j < m; ++j) {
+            const double d = p[j] - ((0.0 * e0 + t2[j] * e1) + (1.0 - t2[j]) * e2);
+            r2[j] += d * d;
+        }
+    }
+    for (std::size_t j = 0; j < m; ++j) {
+        double mejor = 0, f[3] = {0, 0, 0};
+        for (int l = 0; l < 3; ++l) {
+            const double r = std::sqrt(res[l][j] / nb_);
+            if (l == 0 || r < mejor) {
+                mejor = r;
+                f[0] = f[1] = f[2] = 0;
+                f[kLados[l][0]] = t[l][j];
+                f[kLados[l][1]] = 1.0 - t[l][j];
+            }
+        }
+        const std::size_t c = fuera[j];
+        out[0][c] = Codificar(f[0]);
+        out[1][c] = Codificar(f[1]);
+        out[2][c] = Codificar(f[2]);
+        out[3][c] = Almacenar<float>(mejor);
     }
 }
 
@@ -141,11 +235,12 @@ bool Desmezclar(const Desmezclador& d, const std::vector<const Muestras*>& banda
         std::vector<double> fila(nb * cols);
         std::vector<const double*> x(nb);
         for (std::size_t b = 0; b < nb; ++b) x[b] = fila.data() + b * cols;
+        Desmezclador::Memoria memoria;
         for (long r = desde; r < hasta; ++r) {
             const std::size_t base = static_cast<std::size_t>(r) * cols;
             for (std::size_t b = 0; b < nb; ++b) LeerComoDouble(*bandas[b], base, cols, fila.data() + b * cols);
             float* const out[4] = {ov + base, os + base, ou + base, oe + base};
-            d.Fila(x.data(), cols, restringida, out);
+            d.Fila(x.data(), cols, restringida, out, memoria);
         }
     });
 }

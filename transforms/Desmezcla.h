@@ -39,6 +39,13 @@ public:
     // by pixel, computed band after band over the whole row; coded fractions
     // and residual written to out[0..3].
     void Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4]) const;
+    // Buffers of a row, kept from one row to the next.
+    struct Memoria {
+        std::vector<double> f0, f1, r, px;
+        std::vector<std::size_t> fuera;
+        std::array<std::vector<double>, 3> num, t, res;
+    };
+    void Fila(const double* const* x, std::size_t n, bool restringida, float* const out[4], Memoria& m) const;
 
 private:
     int nb_ = 0;
@@ -46,6 +53,7 @@ private:
     // Row k of the least-squares solver: f_k = sum_b m_[k][b] * (x_b - e_2[b]).
     std::array<std::vector<double>, 2> m_;
     double Residuo(const double* x, const double f[3]) const;
+    void Lados(const double* const* x, Memoria& mem, float* const out[4]) const;
 };
 
 // The whole image: fraction images coded 100 + 100 x fraction and the RMS

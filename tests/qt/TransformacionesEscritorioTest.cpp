@@ -174,25 +174,6 @@ private slots:
         }
     }
 
-    // The Landsat entry takes exactly four bands: with three, 61219 at
-    // "Aceptar" and nothing computed.
-    void landsatPideCuatroBandas() {
-        std::vector<std::string> rutas;
-        for (int k = 0; k < 3; ++k) rutas.push_back(entorno_.Imagen("b" + std::to_string(k), 1, 1, "byte", {1}));
-        e_->ui.ficherosAbrir.assign(rutas.begin(), rutas.end());
-        bool cerrado = true;
-        e_->ui.dialogos.push_back([&](QDialog& d) {
-            for (int k = 0; k < 3; ++k) Pulsar(d, "entrada0_seleccionar");
-            cerrado = Aceptar(d);
-            return false;
-        });
-        e_->Ventana(rutas[0]);
-        e_->marco.EjecutarComando(32794);
-        QVERIFY(!cerrado);
-        QCOMPARE(e_->ui.mensajes.size(), std::size_t{1});
-        QCOMPARE(e_->ui.mensajes[0].id, int{msg::kNoSeleccionadaEntrada});
-    }
-
     // "Índices de vegetación": the red and the infrared band each in a group
     // of its own, the index kind in a third.
     void gruposDelIndiceDeVegetacion() {
