@@ -22,6 +22,7 @@
 #include "dialogs/Interfaz.h"
 #include "dialogs/TablaComandos.h"
 #include "dialogs/CCrearPaletaDlg.h"
+#include "dialogs/CEditorPuntosDlg.h"
 #include "dialogs/ComandosClases.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
@@ -67,6 +68,7 @@ const std::map<int, Manejador>& Manejadores() {
         {cmd::kGuardar, [](CMainFrame& f) { ComandoGuardar(f, f.Ui()); }},
         {cmd::kParalelepipedos, [](CMainFrame& f) { Clasificar(f, 1); }},
         {cmd::kMaximaProbabilidad, [](CMainFrame& f) { Clasificar(f, 2); }},
+        {cmd::kEditorPuntos, [](CMainFrame& f) { ComandoEditorPuntos(f, f.Ui(), &f); }},
         {cmd::kFaseEntrenamiento, [](CMainFrame& f) { ComandoFaseEntrenamiento(f.Entrenamiento(), f.Ui(), &f); }},
         {cmd::kEstablecerClase,
          [](CMainFrame& f) { ComandoEstablecerClase(f.Entrenamiento(), f, f.VistaActiva(), f.Ui(), &f); }},
@@ -490,7 +492,7 @@ void CMainFrame::ConsultarPixel() {
     const CBrimarDoc& d = c->Documento();
     if (!d.TieneImagen() || !d.Imagen().pixeles.Valido() || d.Imagen().NumeroPixeles() == 0)
         return ui_->Mostrar(Mensaje::Tabla(msg::kSinImagen));
-    if (d.EsComposicion()) return ui_->Mostrar(Mensaje::Tabla(msg::kComposicionColor));
+    // A colour composite is queried too: the three values of the pixel.
     c->Vista().ConsultarPixel();
 }
 
@@ -510,6 +512,12 @@ std::vector<CBrimarDoc*> CMainFrame::Documentos() {
     return docs;
 }
 
+CBrimarView* CMainFrame::VistaDe(CBrimarDoc* doc) {
+    for (QMdiSubWindow* s : mdi_->subWindowList())
+        if (auto* c = qobject_cast<CChildFrame*>(s); c && &c->Documento() == doc) return &c->Vista();
+    return nullptr;
+}
+
 void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
     CChildFrame* hijo = NuevaVentana();
     const std::string nombre = guardada ? imagen.rutaRaster : std::string();
@@ -519,10 +527,26 @@ void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {
 }
 
 void CMainFrame::AbrirInforme(const orvela::InformeTexto& informe) {
-    AbrirVentanaInforme(mdi_, *ui_, informe.titulo, informe.contenido, informe.final);
+    AbrirVentanaInforme(mdi_, *ui_, informe.titulo, informe.contenido, informe.final, informe.guardado);
 }
 
-void CMainFrame::AbrirGrafico(const orvela::Grafico& grafico) { AbrirVentanaGrafico(mdi_, *ui_, grafico); }
+void CMainFrame::AbrirGrafico(const orvela::Grafico& grafico) {
+    CVentanaGrafico* v = AbrirVentanaGrafico(mdi_, *ui_, grafico);
+    // A click on the chart gives the pair of values in the message pane
+    // (the two band values of a scatter diagram).
+    const QString ejeX = QString::fromStdString(grafico.ejeX.empty() ? std::string("X") : grafico.ejeX);
+    const QString ejeY = QString::fromStdString(grafico.ejeY.empty() ? std::string("Y") : grafico.ejeY);
+    connect(v, &CVentanaGrafico::puntoPulsado, this, [this, ejeX, ejeY](double x, double y) {
+        paneles_[0]->setText(QStringLiteral("%1 = %2 ; %3 = %4")
+                                 .arg(ejeX, QString::number(x, 'f', 2), ejeY, QString::number(y, 'f', 2)));
+    });
+}
+
+void CMainFrame::AbrirComposicion(orvela::ComposicionResultado composicion) {
+    CChildFrame* c = VentanaActiva();
+    if (!c || c->Documento().TieneImagen()) c = NuevaVentana();
+    c->Documento().PonerComposicion(std::move(composicion.planos), &composicion.cabecera);
+}
 
 void CMainFrame::Confirmar(const std::string& texto) {
     if (!texto.empty()) PonerTextoPanel(0, QString::fromStdString(texto));

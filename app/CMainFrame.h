@@ -37,9 +37,11 @@ public:
     std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
     QWidget* VentanaPrincipal() override { return this; }
+    CBrimarView* VistaDe(CBrimarDoc* doc) override;
     void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
     void AbrirInforme(const orvela::InformeTexto& informe) override;
     void AbrirGrafico(const orvela::Grafico& grafico) override;
+    void AbrirComposicion(orvela::ComposicionResultado composicion) override;
     void Confirmar(const std::string& texto) override;
 
     Interfaz& Ui() { return *ui_; }
@@ -48,7 +50,7 @@ public:
     // "Nueva ventana": a new empty document and its window, made active.
     CChildFrame* NuevaVentana();
     CChildFrame* VentanaActiva();
-    CBrimarView* VistaActiva();
+    CBrimarView* VistaActiva() override;
 
     // Runs a command of the table by its id.
     void EjecutarComando(int id);

@@ -180,6 +180,10 @@ inline constexpr const char* kPuntosLineaIncorrecta =
     "La línea %1 del fichero de puntos de control no tiene los cuatro números fila, columna, X e Y.";
 inline constexpr const char* kPuntosFaltan = "El fichero de puntos de control tiene %1 puntos en lugar de %2.";
 inline constexpr const char* kPuntosNoLegible = "No se puede leer el fichero de puntos de control %1.";
+inline constexpr const char* kCoordenadasPunto =
+    "Escriba las coordenadas X e Y del punto de control como números (en metros).";
+inline constexpr const char* kSinPuntosControl = "No hay puntos de control que guardar: pulse antes sobre la imagen.";
+inline constexpr const char* kNoSeEscribePuntos = "No se puede escribir el fichero de puntos de control %1.";
 inline constexpr const char* kPuntoInexistente =
     "No existe el punto de control %1 (los puntos se numeran desde 1 en el orden del fichero).";
 // Apparent reflectance (Landsat TM): %1 a path or a date, %2 what is missing.
@@ -226,6 +230,9 @@ inline constexpr const char* kBandasEjes = "bandas del eje OY y OX";
 inline constexpr const char* kBandasYMascara = "bandas y la máscara";
 inline constexpr const char* kNingunArchivoTxt = "ningún archivo (*.txt)";
 inline constexpr const char* kUnFichero = "un fichero";
+inline constexpr const char* kBandaAzul = "la banda azul";
+inline constexpr const char* kBandaVerde = "la banda verde";
+inline constexpr const char* kBandaRoja = "la banda roja";
 }  // namespace orvela::relleno
 
 namespace orvela::texto {
@@ -241,4 +248,6 @@ inline constexpr const char* kConcatenarUnaPosicion =
     "Elija una sola posición para concatenar: a la derecha, debajo, o una fila y una columna.";
 inline constexpr const char* kEstadisticasUnCaso =
     "Elija una imagen continua o una imagen clasificada con su imagen original, no ambas.";
+inline constexpr const char* kArrastrarVentana =
+    "Arrastre con el ratón sobre la imagen el rectángulo que desea enventanar (Esc cancela).";
 }  // namespace orvela::texto

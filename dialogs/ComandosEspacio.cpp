@@ -148,6 +148,11 @@ void ComandoExportarBmp(Espacio& espacio, Interfaz& ui) {
     const FormatoImagen formato = Extension(*ruta) == "png" ? FormatoImagen::Png : FormatoImagen::Bmp;
     EsperaCursor espera(ui);
     const CImagen& im = doc->Imagen();
+    // A colour composite is written in its own colours.
+    if (const ComposicionColor* c = doc->Composicion()) {
+        if (auto m = ExportarComposicion(*c, *ruta, formato)) return ui.Mostrar(*m);
+        return espacio.Confirmar(TextoGuardado({*ruta}));
+    }
     // The picture is drawn through the palette the window shows.
     Paleta paleta;
     const int codigo = CargarPaleta(static_cast<int>(im.indicePaleta), espacio.CarpetaAplicacion(),

@@ -11,13 +11,18 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "dialogs/CAvisoDlg.h"
+#include "dialogs/CErroresPuntosControlDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "dialogs/Ficheros.h"
 #include "dialogs/Espacio.h"
 #include "dialogs/Interfaz.h"
+#include "dialogs/VentanasResultado.h"
 #include "doc/CBrimarDoc.h"
+#include "doc/CBrimarView.h"
+#include "doc/HerramientaVista.h"
 #include "operations/Curso.h"
 
 using namespace orvela;
@@ -126,6 +131,20 @@ Resultado CalcularSinBloquear(const Declaracion& d, const EntradasCargadas& entr
     return resultado;
 }
 
+// What the dialog decided, kept while a rectangle is dragged.
+struct Decision {
+    std::vector<COperacionDlg::Entrada> elegidas;
+    std::string stem;
+    bool salidaVentana = false;
+    Valores v;
+    Elegidas cabeceras;
+};
+
+void PedirRectangulo(const Declaracion& d, Espacio& espacio, Interfaz& ui, Decision decision);
+// The course after the dialogs: loading, checks, computing and output.
+// `docVista`: the window the rectangle was dragged on (else the active one).
+void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision& decision, CBrimarDoc* docVista);
+
 }  // namespace
 
 void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
@@ -145,14 +164,46 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
             abiertas.push_back({o->Nombre().toStdString(), &o->Imagen()});
 
     COperacionDlg dlg(d, ui, cabeceraVentana, padre, abiertas);
+    PrepararRevisionPuntos(d, dlg, espacio, ui);
     if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return;
-    Valores v = dlg.Valores();
-    if (!EjecutarSubdialogos(d, ui, v, dlg.Elegidas(), padre)) return;
+    Decision decision{dlg.Entradas(), dlg.Stem(), dlg.SalidaVentana(), dlg.Valores(), dlg.Elegidas()};
+    if (!EjecutarSubdialogos(d, ui, decision.v, decision.cabeceras, padre)) return;
+    if (d.conRectangulo && d.ponerRectangulo && d.conRectangulo(decision.v))
+        return PedirRectangulo(d, espacio, ui, std::move(decision));
+    Seguir(d, espacio, ui, decision, nullptr);
+}
 
-    EsperaCursor espera(ui);
-    doc = espacio.DocumentoActivo();
-    const auto& elegidas = dlg.Entradas();
-    const bool aVentana = d.conSalida && dlg.SalidaVentana();
+namespace {
+
+void PedirRectangulo(const Declaracion& d, Espacio& espacio, Interfaz& ui, Decision decision) {
+    CBrimarView* vista = espacio.VistaActiva();
+    if (!vista) return ui.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
+    if (auto m = ComprobarVentana(&vista->Documento())) return ui.Mostrar(*m);
+    espacio.Confirmar(texto::kArrastrarVentana);
+    // The declaration is copied: the course goes on after this command has
+    // returned, when the drag ends.
+    auto decl = std::make_shared<const Declaracion>(d);
+    Espacio* e = &espacio;
+    Interfaz* u = &ui;
+    vista->ArmarHerramienta(std::make_unique<vista::HerramientaRectangulo>(
+        [decl, e, u, decision](CBrimarView& v, const vista::RectanguloImagen& r) mutable {
+            if (r.Vacio()) return u->Mostrar(Mensaje::Tabla(msg::kPosicionesFuera));
+            decl->ponerRectangulo(decision.v, r.fila1, r.columna1, r.fila2, r.columna2);
+            if (decl->alAceptar) {
+                if (auto m = decl->alAceptar(decision.v, decision.cabeceras)) return u->Mostrar(*m);
+            }
+            Seguir(*decl, *e, *u, decision, &v.Documento());
+        }));
+}
+
+void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision& decision, CBrimarDoc* docVista) {
+    QWidget* padre = espacio.VentanaPrincipal();
+    const Valores& v = decision.v;
+    std::optional<EsperaCursor> espera;
+    espera.emplace(ui);
+    CBrimarDoc* doc = docVista ? docVista : espacio.DocumentoActivo();
+    const auto& elegidas = decision.elegidas;
+    const bool aVentana = d.conSalida && decision.salidaVentana;
     const bool entradaVentana =
         std::any_of(elegidas.begin(), elegidas.end(), [](const COperacionDlg::Entrada& e) { return e.ventana; });
     if ((aVentana || entradaVentana) && !doc) {
@@ -228,17 +279,25 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
         }
         return;
     }
-    if (!r.consola.empty() && r.informes.empty() && r.graficos.empty() && r.imagenes.empty())
+    if (!r.consola.empty() && r.informes.empty() && r.graficos.empty() && r.imagenes.empty() && !r.composicion &&
+        !r.cuadro)
         ui.MostrarTexto(QString::fromStdString(r.consola));
 
-    if (!aVentana && d.conSalida) {
+    const bool conFichero = r.composicion && !r.composicion->ruta.empty();
+    if ((!aVentana && d.conSalida) || conFichero) {
         std::vector<std::string> escritos;
-        if (auto m = EscribirResultado(r, dlg.Stem(), &escritos)) {
+        if (auto m = EscribirResultado(r, decision.stem, &escritos)) {
             ui.Mostrar(*m);
             return;
         }
         if (!escritos.empty()) espacio.Confirmar(TextoGuardado(escritos));
     }
+    if (r.cuadro) {
+        espera.reset();
+        CCuadroValoresDlg cuadro(*r.cuadro, padre);
+        ui.Ejecutar(cuadro);
+    }
+    if (r.composicion) espacio.AbrirComposicion(std::move(*r.composicion));
     // Reports and charts open in windows of their own in both output modes.
     for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
     for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
@@ -252,3 +311,5 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
         doc->PonerImagen(std::move(resultado));
     }
 }
+
+}  // namespace

@@ -9,6 +9,7 @@
 #include "operations/Operacion.h"
 
 class CBrimarDoc;
+class CBrimarView;
 class QWidget;
 
 class Espacio {
@@ -24,6 +25,11 @@ public:
     // The main window: every dialog hangs from it (never from whatever
     // window happens to be active, such as the help window).
     virtual QWidget* VentanaPrincipal() { return nullptr; }
+    // The view that shows a document; nullptr when it has none.
+    virtual CBrimarView* VistaDe(CBrimarDoc* doc) {
+        (void)doc;
+        return nullptr;
+    }
 
     // A new child window showing a result image (the second and later images
     // of an operation). `guardada`: the image already has its files.
@@ -32,6 +38,12 @@ public:
     virtual void AbrirInforme(const orvela::InformeTexto& informe) = 0;
     // A chart in a window that can be saved as a picture.
     virtual void AbrirGrafico(const orvela::Grafico& grafico) = 0;
+    // A colour composite in a window: the active one when it is empty, else
+    // a new one.
+    virtual void AbrirComposicion(orvela::ComposicionResultado composicion) = 0;
+    // View of the active child window (tools are armed on it); nullptr
+    // when there is none.
+    virtual CBrimarView* VistaActiva() { return nullptr; }
     // A line in the status bar's message pane ("Guardado: tm4_filtrada.ozm").
     virtual void Confirmar(const std::string& texto) = 0;
 };

@@ -25,6 +25,7 @@ const std::vector<EntradaComando> kTabla = {
     {{"Correcciones", "Radiométricas"}, "Píxeles perdidos", 32813, ""},
     {{"Correcciones", "Radiométricas"}, "Reflectividad aparente (Landsat)", 32870, ""},
     {{"Correcciones"}, "Geométricas", 32814, ""},
+    {{"Correcciones"}, "Editor de puntos de control", 32884, ""},
     {{"Realces"}, "Expansion del contraste", 32824, ""},
     {{"Realces"}, "Composición de color", 32855, ""},
     {{"Realces"}, "Filtrado de la imagen", 32849, ""},

@@ -1,6 +1,9 @@
 #include "dialogs/VentanasResultado.h"
 
 #include <QFontDatabase>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLineEdit>
 #include <QHBoxLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -59,8 +62,8 @@ template <class V> V* Colocar(QMdiArea* area, V* ventana, QSize tamano) {
 // ----- Report.
 
 CVentanaInforme::CVentanaInforme(Interfaz& ui, const std::string& titulo, const std::string& texto,
-                                 const std::string& final, QWidget* padre)
-    : QWidget(padre), ui_(ui), texto_(texto), final_(final) {
+                                 const std::string& final, QWidget* padre, const std::string& guardado)
+    : QWidget(padre), ui_(ui), texto_(texto), final_(final), guardado_(guardado) {
     setWindowTitle(QString::fromStdString(titulo));
     auto* texto_w = new QPlainTextEdit(QString::fromStdString(texto), this);
     texto_w->setObjectName(QStringLiteral("texto"));
@@ -85,7 +88,7 @@ bool CVentanaInforme::GuardarComo() {
     const auto elegido = ui_.FicheroGuardarComo(QStringLiteral("Guardar como"), filtros, final_);
     if (!elegido) return false;
     const std::string ruta = ConExtension(*elegido, extension);
-    if (!orvela::EscribirFicheroSeguro(ruta, orvela::Utf8ACp1252(texto_))) {
+    if (!orvela::EscribirFicheroSeguro(ruta, orvela::Utf8ACp1252(guardado_.empty() ? texto_ : guardado_))) {
         ui_.Mostrar(Mensaje::Tabla(msg::kNoCreadoFichero, ruta));
         return false;
     }
@@ -159,8 +162,33 @@ bool CVentanaGrafico::GuardarComo() {
 }
 
 CVentanaInforme* AbrirVentanaInforme(QMdiArea* area, Interfaz& ui, const std::string& titulo, const std::string& texto,
-                                     const std::string& final) {
-    return Colocar(area, new CVentanaInforme(ui, titulo, texto, final), QSize(640, 420));
+                                     const std::string& final, const std::string& guardado) {
+    return Colocar(area, new CVentanaInforme(ui, titulo, texto, final, nullptr, guardado), QSize(640, 420));
+}
+
+// ----- Figures.
+
+CCuadroValoresDlg::CCuadroValoresDlg(const orvela::CuadroValores& c, QWidget* padre) : QDialog(padre) {
+    setWindowTitle(QString::fromStdString(c.titulo));
+    auto* grupo = new QGroupBox(QString::fromStdString(c.grupo), this);
+    auto* formulario = new QFormLayout(grupo);
+    for (std::size_t k = 0; k < c.filas.size(); ++k) {
+        auto* valor = new QLineEdit(QString::fromStdString(c.filas[k].second), grupo);
+        valor->setObjectName(QStringLiteral("valor_%1").arg(k));
+        valor->setReadOnly(true);
+        valor->setAlignment(Qt::AlignRight);
+        formulario->addRow(QString::fromStdString(c.filas[k].first) + QLatin1Char(':'), valor);
+    }
+    auto* aceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
+    aceptar->setObjectName(QStringLiteral("aceptar"));
+    aceptar->setDefault(true);
+    connect(aceptar, &QPushButton::clicked, this, &QDialog::accept);
+    auto* fila = new QHBoxLayout;
+    fila->addStretch(1);
+    fila->addWidget(aceptar);
+    auto* capas = new QVBoxLayout(this);
+    capas->addWidget(grupo);
+    capas->addLayout(fila);
 }
 
 CVentanaGrafico* AbrirVentanaGrafico(QMdiArea* area, Interfaz& ui, const orvela::Grafico& g) {

@@ -6,6 +6,7 @@
 // frame's AbrirInforme and AbrirGrafico (Espacio) open them here.
 #pragma once
 
+#include <QDialog>
 #include <QLabel>
 #include <QWidget>
 #include <array>
@@ -13,6 +14,7 @@
 #include <string>
 
 #include "base/Grafico.h"
+#include "operations/Operacion.h"
 #include "tools/DibujarGrafico.h"
 
 class Interfaz;
@@ -22,10 +24,12 @@ class CVentanaInforme : public QWidget {
     Q_OBJECT
 public:
     // `final` is the report's fixed file ending ("_Estadisticas.txt"),
-    // proposed as the file name when saving.
+    // proposed as the file name when saving. `guardado`: what is saved
+    // when the report file is formatted apart from the text shown (empty:
+    // the text shown).
     CVentanaInforme(Interfaz& ui, const std::string& titulo, const std::string& texto, const std::string& final,
-                    QWidget* padre = nullptr);
-    // Asks for a file and writes the text as Windows-1252; a name without
+                    QWidget* padre = nullptr, const std::string& guardado = {});
+    // Asks for a file and writes the report as Windows-1252; a name without
     // an extension takes the ending's. False when the user cancels or the
     // file cannot be written (61260 is shown; what was on disk stays).
     bool GuardarComo();
@@ -33,7 +37,16 @@ public:
 
 private:
     Interfaz& ui_;
-    std::string texto_, final_;
+    std::string texto_, final_, guardado_;
+};
+
+// Figures in read-only boxes inside one group, and "&Aceptar" (the
+// statistics of a continuous image). Object names: valor_<k> for the box
+// of figure k, aceptar.
+class CCuadroValoresDlg : public QDialog {
+    Q_OBJECT
+public:
+    explicit CCuadroValoresDlg(const orvela::CuadroValores& c, QWidget* padre = nullptr);
 };
 
 // The picture of the chart, drawn again whenever its size changes.
@@ -84,5 +97,5 @@ private:
 // Open a result window as a child window of `area` (made active), or on its
 // own without one, and return it; the window is deleted when closed.
 CVentanaInforme* AbrirVentanaInforme(QMdiArea* area, Interfaz& ui, const std::string& titulo, const std::string& texto,
-                                     const std::string& final);
+                                     const std::string& final, const std::string& guardado = {});
 CVentanaGrafico* AbrirVentanaGrafico(QMdiArea* area, Interfaz& ui, const orvela::Grafico& g);

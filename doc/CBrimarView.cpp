@@ -442,6 +442,10 @@ void CBrimarView::CancelarHerramienta() {
     if (vista::HerramientaVista* h = Herramienta()) Retirar(h, true);
 }
 
+void CBrimarView::QuitarHerramienta(const vista::HerramientaVista* h) {
+    Retirar(const_cast<vista::HerramientaVista*>(h), false);
+}
+
 QString CBrimarView::NombreHerramienta() const {
     const vista::HerramientaVista* h = Herramienta();
     return h ? QString::fromLatin1(h->Nombre()) : QString();
@@ -623,7 +627,13 @@ void CBrimarView::Consultar(QPoint v) {
     if (dentro && fila >= 0 && columna >= 0 && columna < columnas_ && fila < filas_) {
         double x = -1.0, y = -1.0;
         const double valor = doc_.Imagen().ValorPixel(fila, columna, &x, &y);
-        emit textoPanel(2, QString::asprintf("\tNivel Digital =  %.2f\t", valor));
+        const orvela::ComposicionColor* c = doc_.Composicion();
+        const std::size_t k = static_cast<std::size_t>(fila) * static_cast<std::size_t>(columnas_) +
+                              static_cast<std::size_t>(columna);
+        if (c && k < c->rojo.size())
+            emit textoPanel(2, QString::asprintf("\tR =  %d   G =  %d   B =  %d\t", c->rojo[k], c->verde[k], c->azul[k]));
+        else
+            emit textoPanel(2, QString::asprintf("\tNivel Digital =  %.2f\t", valor));
         if (x != -1.0 && y != -1.0)
             emit textoPanel(3, QString::asprintf("Coord. UTM. X = %.1f ; Y = %.1f ", x, y));
         else

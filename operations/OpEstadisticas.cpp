@@ -52,8 +52,21 @@ Resultado Continua(const Contexto& c) {
     }
     r.consola = Linea("Media", e->media) + Linea("Máximo", e->maximo) + Linea("Mínimo", e->minimo) +
                 Linea("Varianza", e->varianza) + Linea("Desviación típica", e->desviacion) + Linea("Rango", e->rango);
-    if (c.destino == Destino::Ventana)
-        r.informes.push_back(InformeTexto{.contenido = r.consola, .titulo = "Mostrar Estadísticas"});
+    if (c.destino == Destino::Ventana) {
+        auto numero = [](double v) {
+            char b[64];
+            std::snprintf(b, sizeof b, "%.10g", v);
+            return std::string(b);
+        };
+        r.cuadro = CuadroValores{"Mostrar Estadísticas",
+                                 "Valores estadísticos",
+                                 {{"Media", numero(e->media)},
+                                  {"Máximo", numero(e->maximo)},
+                                  {"Mínimo", numero(e->minimo)},
+                                  {"Varianza", numero(e->varianza)},
+                                  {"Desviación típica", numero(e->desviacion)},
+                                  {"Rango", numero(e->rango)}}};
+    }
     return r;
 }
 
@@ -85,9 +98,13 @@ Resultado PorClase(const Contexto& c) {
     }
     r.consola = TextoEstadisticasClases(*e, k.titulo, o.titulo, "\n") + "\n";
     const std::string informe = c.valores.Tiene(kInforme) ? c.valores.Texto(kInforme) : std::string();
+    // The window shows the on-screen text; its "Guardar como" writes the
+    // report, whose tabs and decimals differ.
     if (c.destino == Destino::Ventana)
-        r.informes.push_back(InformeTexto{.contenido = TextoEstadisticasClases(*e, k.titulo, o.titulo),
-                                          .titulo = "Información de las estadísticas"});
+        r.informes.push_back(InformeTexto{.final = "_Estadisticas.txt",
+                                          .contenido = TextoEstadisticasClases(*e, k.titulo, o.titulo),
+                                          .titulo = "Información de las estadísticas",
+                                          .guardado = InformeEstadisticasClases(*e, k.titulo, o.titulo)});
     else if (!informe.empty())
         r.informes.push_back(InformeTexto{.contenido = InformeEstadisticasClases(*e, k.titulo, o.titulo),
                                           .titulo = "Información de las estadísticas",

@@ -28,6 +28,7 @@
 #include "base/Mensajes.h"
 #include "base/Progreso.h"
 #include "image/CImagen.h"
+#include "image/Visualizacion.h"
 
 namespace orvela {
 
@@ -131,6 +132,9 @@ struct DeclEntrada {
     // Name in the CLI's usage line ("ROJO", "BANDA", "FICHERO.txt").
     const char* etiquetaCli = "";
     const char* ayudaCli = "";
+    // Title of a group box of its own in the dialog, from this input on
+    // (the first input's group is the declaration's `grupoEntrada`).
+    const char* grupo = nullptr;
 };
 
 enum class Destino { Ventana, Fichero };
@@ -156,6 +160,26 @@ struct InformeTexto {
     std::string contenido;  // UTF-8; written as Windows-1252
     std::string titulo;     // title of its window on the desktop
     std::string ruta;       // a path the user gave (`--informe`); wins over `final`
+    // What "Guardar como" of its window writes when the saved report is
+    // formatted apart from the text shown (UTF-8; empty: the text shown).
+    std::string guardado;
+};
+
+// A colour composite: display only. The desktop shows it in a window of
+// its own; orvela-cli writes its picture to `ruta` (".png", else BMP)
+// when one is given.
+struct ComposicionResultado {
+    ComposicionColor planos;
+    // Title, reference system and georeference of the window (no samples).
+    CImagen cabecera;
+    std::string ruta;
+};
+
+// Figures shown in a small dialog of read-only boxes, one labelled box a
+// figure, inside one group.
+struct CuadroValores {
+    std::string titulo, grupo;
+    std::vector<std::pair<std::string, std::string>> filas;  // label, value as shown
 };
 
 // Why an operation gave no result: a message of the table that refuses what
@@ -185,6 +209,8 @@ struct Resultado {
     int entradaEnVentana = -1;
     std::vector<InformeTexto> informes;
     std::vector<Grafico> graficos;
+    std::optional<ComposicionResultado> composicion;
+    std::optional<CuadroValores> cuadro;
     std::string consola;             // what orvela-cli prints
 
     void Rechazar(Mensaje m) { fallo = Fallo{ClaseFallo::Rechazo, std::move(m)}; }
@@ -198,6 +224,10 @@ struct Resultado {
 struct Elegidas {
     std::vector<std::vector<Cabecera>> cabeceras;    // by declared input (image inputs)
     std::vector<std::vector<std::string>> ficheros;  // by declared input (file inputs)
+    // By declared input: taken from the active window (the desktop only;
+    // empty where none is).
+    std::vector<bool> ventana;
+    bool DeVentana(std::size_t i) const { return i < ventana.size() && ventana[i]; }
 };
 
 struct Declaracion {
@@ -231,6 +261,13 @@ struct Declaracion {
     std::function<std::string(const Valores&)> sufijo;
     // Two-image operations add the second input's title after the suffix.
     bool tituloConSegunda = false;
+    // Input from the mouse: when `conRectangulo` is true for the values of
+    // the dialog, the desktop asks for a rectangle dragged on the active
+    // window's image and `ponerRectangulo` turns its rows and columns (both
+    // ends included) into values before the course goes on. orvela-cli
+    // takes typed values instead.
+    std::function<bool(const Valores&)> conRectangulo;
+    std::function<void(Valores&, long fila1, long columna1, long fila2, long columna2)> ponerRectangulo;
 
     bool OfreceVentanaActiva() const;
     // Whether the declaration has a field with this key.

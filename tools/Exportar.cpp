@@ -1,6 +1,7 @@
 #include "tools/Exportar.h"
 
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -26,8 +27,8 @@ void LittleEndian(std::vector<uint8_t>& v, uint32_t x, int bytes) {
 
 // BMP stays written here: an uncompressed 24-bit file is a header and the
 // rows, and no Debian library the core already uses writes one.
-bool EscribirBmp(FicheroSeguro& f, const std::vector<uint8_t>& indices, const Paleta& p, uint32_t ancho,
-                 uint32_t alto) {
+// `pixel(x, y, bgr)` gives the colour of one pixel, blue first.
+template <class F> bool EscribirBmp(FicheroSeguro& f, uint32_t ancho, uint32_t alto, F pixel) {
     const uint64_t paso = (3ull * ancho + 3ull) & ~3ull;
     const uint64_t imagen = paso * alto;
     if (54 + imagen > std::numeric_limits<uint32_t>::max()) return false;
@@ -52,15 +53,20 @@ bool EscribirBmp(FicheroSeguro& f, const std::vector<uint8_t>& indices, const Pa
     std::vector<uint8_t> fila(static_cast<std::size_t>(paso), 0);
     for (uint32_t k = 0; k < alto; ++k) {
         const uint32_t y = alto - 1 - k;
-        const uint8_t* in = indices.data() + static_cast<std::size_t>(y) * ancho;
-        for (uint32_t x = 0; x < ancho; ++x) {
-            fila[3 * x] = p.azul[in[x]];
-            fila[3 * x + 1] = p.verde[in[x]];
-            fila[3 * x + 2] = p.rojo[in[x]];
-        }
+        for (uint32_t x = 0; x < ancho; ++x) pixel(x, y, &fila[3 * x]);
         if (!f.Escribir(fila.data(), fila.size())) return false;
     }
     return true;
+}
+
+bool EscribirBmp(FicheroSeguro& f, const std::vector<uint8_t>& indices, const Paleta& p, uint32_t ancho,
+                 uint32_t alto) {
+    return EscribirBmp(f, ancho, alto, [&](uint32_t x, uint32_t y, uint8_t* bgr) {
+        const uint8_t i = indices[static_cast<std::size_t>(y) * ancho + x];
+        bgr[0] = p.azul[i];
+        bgr[1] = p.verde[i];
+        bgr[2] = p.rojo[i];
+    });
 }
 
 }  // namespace
@@ -122,6 +128,49 @@ std::optional<Mensaje> ExportarImagen(const CImagen& im, const Paleta& p, const 
         return MensajeMemoria(im.filas, im.columnas);
     }
     return std::nullopt;
+}
+
+std::optional<Mensaje> ExportarComposicion(const ComposicionColor& c, const std::string& ruta, FormatoImagen formato) {
+    if (!c.Valida()) return Mensaje::Tabla(msg::kSinImagen);
+    const Mensaje fallo = formato == FormatoImagen::Bmp ? Mensaje::Tabla(msg::kNoCreadoBmp)
+                                                        : Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+    if (c.columnas > 0x7FFFFFFF || c.filas > 0x7FFFFFFF) return fallo;
+    const auto ancho = static_cast<uint32_t>(c.columnas);
+    const auto alto = static_cast<uint32_t>(c.filas);
+    try {
+        if (formato == FormatoImagen::Png) {
+            std::vector<uint8_t> fila(3 * static_cast<std::size_t>(ancho));
+            const bool ok = EscribirPngRgb(ruta, ancho, alto, [&](uint32_t y) {
+                const std::size_t k0 = static_cast<std::size_t>(y) * ancho;
+                for (uint32_t x = 0; x < ancho; ++x) {
+                    fila[3 * x] = c.rojo[k0 + x];
+                    fila[3 * x + 1] = c.verde[k0 + x];
+                    fila[3 * x + 2] = c.azul[k0 + x];
+                }
+                return static_cast<const uint8_t*>(fila.data());
+            });
+            return ok ? std::nullopt : std::optional<Mensaje>(fallo);
+        }
+        FicheroSeguro f(ruta);
+        const bool ok = f.Abierto() && EscribirBmp(f, ancho, alto, [&](uint32_t x, uint32_t y, uint8_t* bgr) {
+            const std::size_t k = static_cast<std::size_t>(y) * ancho + x;
+            bgr[0] = c.azul[k];
+            bgr[1] = c.verde[k];
+            bgr[2] = c.rojo[k];
+        });
+        if (!ok || !f.Confirmar()) return fallo;
+    } catch (const std::bad_alloc&) {
+        return MensajeMemoria(static_cast<double>(c.filas), static_cast<double>(c.columnas));
+    }
+    return std::nullopt;
+}
+
+// A path ending in ".png" (any case) names a PNG picture; anything else a BMP.
+FormatoImagen FormatoDeRuta(const std::string& ruta) {
+    if (ruta.size() < 4) return FormatoImagen::Bmp;
+    std::string e = ruta.substr(ruta.size() - 4);
+    for (char& ch : e) ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+    return e == ".png" ? FormatoImagen::Png : FormatoImagen::Bmp;
 }
 
 }  // namespace orvela
