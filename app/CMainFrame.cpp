@@ -74,7 +74,7 @@ const std::map<int, Manejador>& Manejadores() {
         {cmd::kEstablecerClase,
          [](CMainFrame& f) { ComandoEstablecerClase(f.Entrenamiento(), f, f.VistaActiva(), f.Ui(), &f); }},
         {cmd::kInspeccionarDecision,
-         [](CMainFrame& f) { ComandoInspeccionarDecision(f, f.VistaActiva(), f.Ui(), &f); }},
+         [](CMainFrame& f) { ComandoInspeccionarDecision(f.VistaActiva(), f.Ui(), &f); }},
         {cmd::kGuardarComo, [](CMainFrame& f) { ComandoGuardarComo(f, f.Ui()); }},
         {cmd::kInformacion, [](CMainFrame& f) { ComandoInformacion(f, f.Ui(), &f); }},
         {cmd::kExportarAscii, [](CMainFrame& f) { ComandoExportarAscii(f, f.Ui()); }},

@@ -82,12 +82,6 @@ void EscribirClase(const orvela::Entrenamiento& e, orvela::ModoMuestreo modo, in
     espacio.Confirmar(TextoGuardado({ruta}));
 }
 
-// What the inspector needs of a classification.
-struct Inspeccion {
-    orvela::ClasificacionHecha c;
-    std::vector<std::string> nombresClase;
-};
-
 // Asks for the bands, the class files and the rule of a classification
 // opened from a file, with the dialog of the supervised classifiers
 // without an output. nullopt when the user gives up or a file is refused.
@@ -203,8 +197,7 @@ void ComandoEstablecerClase(const orvela::Entrenamiento& e, Espacio& espacio, CB
         }));
 }
 
-void ComandoInspeccionarDecision(Espacio& espacio, CBrimarView* activa, Interfaz& ui, QWidget* padre) {
-    (void)espacio;
+void ComandoInspeccionarDecision(CBrimarView* activa, Interfaz& ui, QWidget* padre) {
     if (!activa) return ui.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
     CBrimarDoc& doc = activa->Documento();
     if (!doc.TieneImagen()) return ui.Mostrar(Mensaje::Tabla(msg::kSinImagen));

@@ -29,6 +29,6 @@ void ComandoEstablecerClase(const orvela::Entrenamiento& e, Espacio& espacio, CB
 // its class; a right click ends. A classification made in this session is
 // recognised by its samples; for any other the bands, the class files and
 // the rule are asked for.
-void ComandoInspeccionarDecision(Espacio& espacio, CBrimarView* vista, Interfaz& ui, QWidget* padre);
+void ComandoInspeccionarDecision(CBrimarView* vista, Interfaz& ui, QWidget* padre);
 // The inspector's window, once a click has opened it (nullptr before).
 CDecisionDlg* VentanaDecision(QWidget* padre);
