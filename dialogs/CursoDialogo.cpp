@@ -261,7 +261,9 @@ void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision
 
     Declaracion sinComprobar = d;
     sinComprobar.antesDeCalcular = nullptr;
-    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, aVentana ? Destino::Ventana : Destino::Fichero, padre);
+    // An operation that writes no image shows what it gives on the desktop.
+    const Destino destino = aVentana || !d.conSalida ? Destino::Ventana : Destino::Fichero;
+    Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, destino, padre);
 
     for (const auto& a : r.avisos) ui.Mostrar(a);
     if (r.fallo) {
@@ -290,15 +292,16 @@ void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision
         }
         if (!escritos.empty()) espacio.Confirmar(TextoGuardado(escritos));
     }
+    if (r.composicion) espacio.AbrirComposicion(std::move(*r.composicion));
+    // Reports and charts open in windows of their own in both output modes.
+    for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
+    for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
+    // Figures in their dialog, over the chart they go with.
     if (r.cuadro) {
         espera.reset();
         CCuadroValoresDlg cuadro(*r.cuadro, padre);
         ui.Ejecutar(cuadro);
     }
-    if (r.composicion) espacio.AbrirComposicion(std::move(*r.composicion));
-    // Reports and charts open in windows of their own in both output modes.
-    for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
-    for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
     if (r.imagenes.empty()) return;
     // The images after the first open in new windows.
     for (std::size_t i = 1; i < r.imagenes.size(); ++i) espacio.AbrirImagen(std::move(r.imagenes[i]), !aVentana);
