@@ -22,6 +22,8 @@
 #include "dialogs/Interfaz.h"
 #include "dialogs/TablaComandos.h"
 #include "dialogs/CCrearPaletaDlg.h"
+#include "dialogs/CEditorPuntosDlg.h"
+#include "dialogs/ComandosClases.h"
 #include "dialogs/ComandosEspacio.h"
 #include "dialogs/CursoDialogo.h"
 #include "dialogs/VentanasResultado.h"
@@ -29,6 +31,7 @@
 #include "doc/CBrimarDoc.h"
 #include "doc/CBrimarView.h"
 #include "doc/ComandosDocumento.h"
+#include "operations/ClasificacionesHechas.h"
 #include "operations/Operacion.h"
 
 using orvela::Mensaje;
@@ -65,6 +68,12 @@ const std::map<int, Manejador>& Manejadores() {
         {cmd::kGuardar, [](CMainFrame& f) { ComandoGuardar(f, f.Ui()); }},
         {cmd::kParalelepipedos, [](CMainFrame& f) { Clasificar(f, 1); }},
         {cmd::kMaximaProbabilidad, [](CMainFrame& f) { Clasificar(f, 2); }},
+        {cmd::kEditorPuntos, [](CMainFrame& f) { ComandoEditorPuntos(f, f.Ui(), &f); }},
+        {cmd::kFaseEntrenamiento, [](CMainFrame& f) { ComandoFaseEntrenamiento(f.Entrenamiento(), f.Ui(), &f); }},
+        {cmd::kEstablecerClase,
+         [](CMainFrame& f) { ComandoEstablecerClase(f.Entrenamiento(), f, f.VistaActiva(), f.Ui(), &f); }},
+        {cmd::kInspeccionarDecision,
+         [](CMainFrame& f) { ComandoInspeccionarDecision(f, f.VistaActiva(), f.Ui(), &f); }},
         {cmd::kGuardarComo, [](CMainFrame& f) { ComandoGuardarComo(f, f.Ui()); }},
         {cmd::kInformacion, [](CMainFrame& f) { ComandoInformacion(f, f.Ui(), &f); }},
         {cmd::kExportarAscii, [](CMainFrame& f) { ComandoExportarAscii(f, f.Ui()); }},
@@ -141,6 +150,8 @@ CMainFrame::CMainFrame(Interfaz* ui, QWidget* padre) : QMainWindow(padre) {
         ui = uiPropia_.get();
     }
     ui_ = ui;
+    // The decision inspector recognises the classifications of the session.
+    orvela::ActivarRegistroClasificaciones();
     setWindowTitle(QStringLiteral("Orvela"));
     if (QApplication::windowIcon().isNull()) QApplication::setWindowIcon(IconoAplicacion());
     setWindowIcon(QApplication::windowIcon());
@@ -486,9 +497,12 @@ void CMainFrame::ConsultarPixel() {
 }
 
 void CMainFrame::EjecutarComando(int id) {
-    if (const orvela::Declaracion* d = orvela::BuscarPorComando(id)) return EjecutarOperacion(*d, *this, *ui_);
+    // A handler of the table wins over a declaration of the same id: the
+    // desktop's own course of a command whose declaration serves
+    // orvela-cli ("Establecer clase" samples with the mouse).
     auto it = Manejadores().find(id);
-    if (it != Manejadores().end()) it->second(*this);
+    if (it != Manejadores().end()) return it->second(*this);
+    if (const orvela::Declaracion* d = orvela::BuscarPorComando(id)) EjecutarOperacion(*d, *this, *ui_);
 }
 
 std::vector<CBrimarDoc*> CMainFrame::Documentos() {
@@ -496,6 +510,12 @@ std::vector<CBrimarDoc*> CMainFrame::Documentos() {
     for (QMdiSubWindow* s : mdi_->subWindowList())
         if (auto* c = qobject_cast<CChildFrame*>(s)) docs.push_back(&c->Documento());
     return docs;
+}
+
+CBrimarView* CMainFrame::VistaDe(CBrimarDoc* doc) {
+    for (QMdiSubWindow* s : mdi_->subWindowList())
+        if (auto* c = qobject_cast<CChildFrame*>(s); c && &c->Documento() == doc) return &c->Vista();
+    return nullptr;
 }
 
 void CMainFrame::AbrirImagen(orvela::CImagen imagen, bool guardada) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "classification/Entrenamiento.h"
 #include "dialogs/Espacio.h"
 
 class CBrimarView;
@@ -36,6 +37,7 @@ public:
     std::vector<CBrimarDoc*> Documentos() override;
     std::string CarpetaAplicacion() const override { return carpeta_; }
     QWidget* VentanaPrincipal() override { return this; }
+    CBrimarView* VistaDe(CBrimarDoc* doc) override;
     void AbrirImagen(orvela::CImagen imagen, bool guardada) override;
     void AbrirInforme(const orvela::InformeTexto& informe) override;
     void AbrirGrafico(const orvela::Grafico& grafico) override;
@@ -76,6 +78,10 @@ public:
     // Opens one of the images opened last: in the active window when it is
     // empty, else in a new one.
     void AbrirReciente(const QString& ruta);
+    // The training selection: the bands chosen by "Fase entrenamiento",
+    // kept until the program ends or the command is accepted again.
+    orvela::Entrenamiento& Entrenamiento() { return entrenamiento_; }
+
     // "Cambiar paleta" (Visualización): the action outside the command table.
     QAction* AccionCambiarPaleta() const { return cambiarPaleta_; }
 
@@ -109,4 +115,5 @@ private:
     std::vector<QAction*> recientes_;
     QAction* separadorRecientes_ = nullptr;
     QAction* cambiarPaleta_ = nullptr;
+    orvela::Entrenamiento entrenamiento_;
 };

@@ -129,6 +129,9 @@ inline constexpr const char* kClaseVegetacion = "el fichero de clase de vegetaci
 inline constexpr const char* kClaseSombra = "el fichero de clase de sombra";
 inline constexpr const char* kClaseSuelo = "el fichero de clase de suelo";
 inline constexpr const char* kClase = "clase";
+// Training phase and class sampling.
+inline constexpr const char* kNumeroBandasEntrada = "El número de bandas de entrada";
+inline constexpr const char* kLasBandasClasificar = "las bandas a clasificar";
 }  // namespace relleno
 
 // Text of an id (UTF-8, fillers not substituted); nullptr for an unknown id.
@@ -177,6 +180,10 @@ inline constexpr const char* kPuntosLineaIncorrecta =
     "La línea %1 del fichero de puntos de control no tiene los cuatro números fila, columna, X e Y.";
 inline constexpr const char* kPuntosFaltan = "El fichero de puntos de control tiene %1 puntos en lugar de %2.";
 inline constexpr const char* kPuntosNoLegible = "No se puede leer el fichero de puntos de control %1.";
+inline constexpr const char* kCoordenadasPunto =
+    "Escriba las coordenadas X e Y del punto de control como números (en metros).";
+inline constexpr const char* kSinPuntosControl = "No hay puntos de control que guardar: pulse antes sobre la imagen.";
+inline constexpr const char* kNoSeEscribePuntos = "No se puede escribir el fichero de puntos de control %1.";
 inline constexpr const char* kPuntoInexistente =
     "No existe el punto de control %1 (los puntos se numeran desde 1 en el orden del fichero).";
 // Apparent reflectance (Landsat TM): %1 a path or a date, %2 what is missing.
@@ -194,6 +201,14 @@ inline constexpr const char* kBandasFicheroClase =
 inline constexpr const char* kEspectrosDependientes =
     "Los valores medios de vegetación, sombra y suelo no son independientes en las bandas elegidas, "
     "y la descomposición no tiene una solución única.\n\nTome muestras más puras de cada clase.";
+// Decision inspector: %1 a band name, %2 a value.
+inline constexpr const char* kMuestraIlegible =
+    "No se ha podido leer el valor del píxel en la banda %1.\n\nCompruebe que el fichero sigue en su sitio.";
+inline constexpr const char* kDecisionNoCoincide =
+    "La imagen guarda %1 en este píxel, pero con estas bandas y estas clases la regla elige %2.\n\n"
+    "Compruebe que las bandas, los ficheros de clase y el clasificador son los de la clasificación.";
+inline constexpr const char* kInspectorNoByte =
+    "La imagen activa no es una imagen clasificada: una clasificación es una imagen de tipo byte.";
 }  // namespace orvela::texto
 
 // Fillers and sentences of the image tools (composition, reshaping,

@@ -130,9 +130,14 @@ std::optional<ClaseLeida> LeerFicheroClase(const std::string& ruta, int bandas, 
     // Only a regular file, and no more than a text file's bound.
     auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
     if (!contenido) return std::nullopt;
-    Lector t{std::move(*contenido)};
+    return AnalizarFicheroClase(std::move(*contenido), TituloClase(ruta), bandas, conDesviacion, conCovarianza);
+}
+
+std::optional<ClaseLeida> AnalizarFicheroClase(std::string texto, const std::string& titulo, int bandas,
+                                               bool conDesviacion, bool conCovarianza) {
+    Lector t{std::move(texto)};
     ClaseLeida c;
-    c.nombre = TituloClase(ruta);
+    c.nombre = titulo;
     const auto n = static_cast<std::size_t>(bandas < 0 ? 0 : bandas);
     c.media.assign(n, 0.0);
     c.desviacion.assign(n, 0.0);

@@ -78,6 +78,9 @@ struct ClaseLeida {
 // is asked for is missing.
 std::optional<ClaseLeida> LeerFicheroClase(const std::string& ruta, int bandas, bool conDesviacion,
                                            bool conCovarianza);
+// The same reading of a class file's text; `titulo` names the class.
+std::optional<ClaseLeida> AnalizarFicheroClase(std::string texto, const std::string& titulo, int bandas,
+                                               bool conDesviacion, bool conCovarianza);
 
 // File title of a path: "/a/b/agua.txt" -> "agua".
 std::string TituloClase(const std::string& ruta);

@@ -1,6 +1,7 @@
 #include "corrections/PuntosControl.h"
 #include "image/FicheroTexto.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
@@ -37,7 +38,9 @@ std::optional<std::vector<PuntoControl>> AnalizarPuntosControl(const std::string
     p = tras;
     while (p < fin && *p != '\n') ++p;
     std::vector<PuntoControl> puntos;
-    puntos.reserve(static_cast<std::size_t>(n));
+    // Room for the points the text can hold (a line takes at least eight
+    // characters), not for whatever count its first line claims.
+    puntos.reserve(std::min(static_cast<std::size_t>(n), texto.size() / 8 + 1));
     for (long i = 0; i < n; ++i) {
         const int numeroLinea = static_cast<int>(i) + 2;
         if (p < fin) ++p;  // the line feed

@@ -5,7 +5,8 @@
 #include <sstream>
 #include <cstdio>
 #include <fstream>
-#include <map>
+#include <string_view>
+#include <utility>
 #include <numbers>
 #include <vector>
 
@@ -56,33 +57,46 @@ bool LeerFecha(const std::string& texto, CalibracionTM& c) {
 
 namespace {
 
-// "NAME = value" pairs of a metadata file (quotes removed).
-std::map<std::string, std::string> Pares(std::istream& in) {
-    std::map<std::string, std::string> p;
-    std::string linea;
-    std::size_t leidas = 0;
-    while (std::getline(in, linea) && ++leidas < 100000) {
-        const auto igual = linea.find('=');
-        if (igual == std::string::npos) continue;
-        auto limpiar = [](std::string s) {
-            const auto a = s.find_first_not_of(" \t\r\"");
-            if (a == std::string::npos) return std::string();
-            const auto b = s.find_last_not_of(" \t\r\"");
-            return s.substr(a, b - a + 1);
-        };
-        p[limpiar(linea.substr(0, igual))] = limpiar(linea.substr(igual + 1));
+// "NAME = value" pairs of a metadata file, blanks and quotes around each
+// part removed, in file order; a name given twice counts with its last
+// value. Views into the text, which must outlive them.
+class Pares {
+public:
+    explicit Pares(std::string_view texto) {
+        std::size_t leidas = 0, i = 0;
+        while (i < texto.size() && ++leidas < 100000) {
+            auto fin = texto.find('\n', i);
+            if (fin == std::string_view::npos) fin = texto.size();
+            const std::string_view linea = texto.substr(i, fin - i);
+            i = fin + 1;
+            const auto igual = linea.find('=');
+            if (igual == std::string_view::npos) continue;
+            pares_.emplace_back(Limpiar(linea.substr(0, igual)), Limpiar(linea.substr(igual + 1)));
+        }
     }
-    return p;
-}
+    std::optional<std::string> Valor(std::string_view clave) const {
+        for (auto it = pares_.rbegin(); it != pares_.rend(); ++it)
+            if (it->first == clave) return std::string(it->second);
+        return std::nullopt;
+    }
+    std::optional<double> Numero(std::string_view clave) const {
+        const auto v = Valor(clave);
+        if (!v) return std::nullopt;
+        char* fin = nullptr;
+        const double x = std::strtod(v->c_str(), &fin);
+        if (fin == v->c_str() || !std::isfinite(x)) return std::nullopt;
+        return x;
+    }
 
-std::optional<double> Numero(const std::map<std::string, std::string>& p, const std::string& clave) {
-    const auto it = p.find(clave);
-    if (it == p.end()) return std::nullopt;
-    char* fin = nullptr;
-    const double v = std::strtod(it->second.c_str(), &fin);
-    if (fin == it->second.c_str() || !std::isfinite(v)) return std::nullopt;
-    return v;
-}
+private:
+    static std::string_view Limpiar(std::string_view s) {
+        const auto a = s.find_first_not_of(" \t\r\"");
+        if (a == std::string_view::npos) return {};
+        const auto b = s.find_last_not_of(" \t\r\"");
+        return s.substr(a, b - a + 1);
+    }
+    std::vector<std::pair<std::string_view, std::string_view>> pares_;
+};
 
 }  // namespace
 
@@ -92,8 +106,12 @@ std::optional<CalibracionTM> LeerMetadatosTM(const std::string& ruta, int banda,
         if (error) *error = Sustituir(texto::kMetadatosNoLegible, ruta);
         return std::nullopt;
     }
-    std::istringstream in(*contenido);
-    const auto p = Pares(in);
+    return AnalizarMetadatosTM(*contenido, ruta, banda, error);
+}
+
+std::optional<CalibracionTM> AnalizarMetadatosTM(const std::string& texto, const std::string& ruta, int banda,
+                                                 std::string* error) {
+    const Pares p(texto);
     auto falta = [&](const char* que) -> std::optional<CalibracionTM> {
         if (error) *error = Sustituir(texto::kMetadatosIncompletos, ruta, que);
         return std::nullopt;
@@ -101,27 +119,27 @@ std::optional<CalibracionTM> LeerMetadatosTM(const std::string& ruta, int banda,
     CalibracionTM c;
     c.banda = banda;
     const std::string b = std::to_string(banda);
-    const auto mult = Numero(p, "RADIANCE_MULT_BAND_" + b), suma = Numero(p, "RADIANCE_ADD_BAND_" + b);
+    const auto mult = p.Numero("RADIANCE_MULT_BAND_" + b), suma = p.Numero("RADIANCE_ADD_BAND_" + b);
     if (mult && suma) {
         c.ganancia = *mult;
         c.sesgo = *suma;
     } else {
-        auto lmax = Numero(p, "RADIANCE_MAXIMUM_BAND_" + b), lmin = Numero(p, "RADIANCE_MINIMUM_BAND_" + b);
-        auto qmax = Numero(p, "QUANTIZE_CAL_MAX_BAND_" + b), qmin = Numero(p, "QUANTIZE_CAL_MIN_BAND_" + b);
-        if (!lmax) lmax = Numero(p, "LMAX_BAND" + b);
-        if (!lmin) lmin = Numero(p, "LMIN_BAND" + b);
-        if (!qmax) qmax = Numero(p, "QCALMAX_BAND" + b);
-        if (!qmin) qmin = Numero(p, "QCALMIN_BAND" + b);
+        auto lmax = p.Numero("RADIANCE_MAXIMUM_BAND_" + b), lmin = p.Numero("RADIANCE_MINIMUM_BAND_" + b);
+        auto qmax = p.Numero("QUANTIZE_CAL_MAX_BAND_" + b), qmin = p.Numero("QUANTIZE_CAL_MIN_BAND_" + b);
+        if (!lmax) lmax = p.Numero("LMAX_BAND" + b);
+        if (!lmin) lmin = p.Numero("LMIN_BAND" + b);
+        if (!qmax) qmax = p.Numero("QCALMAX_BAND" + b);
+        if (!qmin) qmin = p.Numero("QCALMIN_BAND" + b);
         if (!lmax || !lmin || !qmax || !qmin || *qmax == *qmin) return falta("la ganancia y el sesgo");
         c.ganancia = (*lmax - *lmin) / (*qmax - *qmin);
         c.sesgo = *lmin - c.ganancia * *qmin;
     }
-    const auto elevacion = Numero(p, "SUN_ELEVATION");
+    const auto elevacion = p.Numero("SUN_ELEVATION");
     if (!elevacion) return falta("la elevación solar");
     c.elevacionSolar = *elevacion;
-    auto fecha = p.find("DATE_ACQUIRED");
-    if (fecha == p.end()) fecha = p.find("ACQUISITION_DATE");
-    if (fecha == p.end() || !LeerFecha(fecha->second, c)) return falta("la fecha de adquisición");
+    auto fecha = p.Valor("DATE_ACQUIRED");
+    if (!fecha) fecha = p.Valor("ACQUISITION_DATE");
+    if (!fecha || !LeerFecha(*fecha, c)) return falta("la fecha de adquisición");
     return c;
 }
 

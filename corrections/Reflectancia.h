@@ -40,6 +40,9 @@ bool LeerFecha(const std::string& texto, CalibracionTM& c);
 // QCALMAX/QCALMIN of older files); SUN_ELEVATION; DATE_ACQUIRED (or
 // ACQUISITION_DATE). On failure `error` says what is missing.
 std::optional<CalibracionTM> LeerMetadatosTM(const std::string& ruta, int banda, std::string* error = nullptr);
+// The same reading of a metadata file's text; `ruta` only names the file in `error`.
+std::optional<CalibracionTM> AnalizarMetadatosTM(const std::string& texto, const std::string& ruta, int banda,
+                                                 std::string* error = nullptr);
 
 // The dark object: the lowest ND above 0 (truncated to whole levels) whose
 // count reaches 1 in 10000 of the samples above 0 (at least one sample).

@@ -318,9 +318,18 @@ COperacionDlg::COperacionDlg(const Declaracion& d, Interfaz& ui, std::optional<C
     listas_.assign(d.entradas.size(), nullptr);
     if (!d.entradas.empty()) {
         auto* grupo = new QGroupBox(Q(d.grupoEntrada), this);
+        grupo->setObjectName(QStringLiteral("grupo_entrada0"));
         auto* interior = new QVBoxLayout(grupo);
         for (std::size_t i = 0; i < d.entradas.size(); ++i) {
             const DeclEntrada& e = d.entradas[i];
+            // An input with a group title of its own closes the group
+            // before it and opens its own.
+            if (e.grupo && i > 0) {
+                layout->addWidget(grupo);
+                grupo = new QGroupBox(Q(e.grupo), this);
+                grupo->setObjectName(QStringLiteral("grupo_entrada%1").arg(i));
+                interior = new QVBoxLayout(grupo);
+            }
             const bool lista = e.maximo > 1;
             const bool imagen = e.clase != ClaseEntrada::Fichero;
             const QString base = QStringLiteral("entrada%1_").arg(i);
@@ -477,6 +486,10 @@ bool COperacionDlg::Tomar(int i, Eleccion e) {
         return rechazar(Mensaje::Tabla(msg::kNumeroBandas));
     if (decl.clase == ClaseEntrada::Fichero) {
         if (auto m = ComprobarFicheroDatos(decl, e.ruta)) return rechazar(*m);
+        if (revisarFichero && !revisarFichero(i, e.ruta)) {
+            if (!lista) nombresEntrada_[k]->clear();
+            return false;
+        }
     } else {
         std::vector<std::optional<Cabecera>> previas = Previas(i);
         // The index the checks give this pick: its place among the images.

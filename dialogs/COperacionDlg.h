@@ -4,6 +4,8 @@
 // run here; the handler's course is in CursoDialogo.
 //
 // Object names of the controls (the tests script the dialog by them):
+//   grupo_entrada<i>        group box that opens with input i (input 0's and
+//                           each input's with a group title of its own)
 //   entrada<i>_activa       radio "Imagen de la ventana activa" of input i
 //                           (only for an input that admits the active window)
 //   entrada<i>_fichero      radio of input i taken from a file (idem)
@@ -35,6 +37,7 @@
 
 #include <QDialog>
 #include <QMetaObject>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -127,6 +130,10 @@ public:
     const std::string& Stem() const { return stem_; }
     // Values of the main dialog's fields (valid once accepted).
     const orvela::Valores& Valores() const { return valores_; }
+
+    // A file input's pick that passed its checks is reviewed by the user
+    // before it is taken (the control points' errors); false gives it up.
+    std::function<bool(int indice, const std::string& ruta)> revisarFichero;
 
 private slots:
     void Aceptar();

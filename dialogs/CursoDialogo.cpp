@@ -14,6 +14,7 @@
 #include <optional>
 
 #include "dialogs/CAvisoDlg.h"
+#include "dialogs/CErroresPuntosControlDlg.h"
 #include "dialogs/COperacionDlg.h"
 #include "dialogs/Ficheros.h"
 #include "dialogs/Espacio.h"
@@ -163,6 +164,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
             abiertas.push_back({o->Nombre().toStdString(), &o->Imagen()});
 
     COperacionDlg dlg(d, ui, cabeceraVentana, padre, abiertas);
+    PrepararRevisionPuntos(d, dlg, espacio, ui);
     if (!ui.Ejecutar(dlg) || dlg.result() != QDialog::Accepted) return;
     Decision decision{dlg.Entradas(), dlg.Stem(), dlg.SalidaVentana(), dlg.Valores(), dlg.Elegidas()};
     if (!EjecutarSubdialogos(d, ui, decision.v, decision.cabeceras, padre)) return;

@@ -25,6 +25,11 @@ public:
     // The main window: every dialog hangs from it (never from whatever
     // window happens to be active, such as the help window).
     virtual QWidget* VentanaPrincipal() { return nullptr; }
+    // The view that shows a document; nullptr when it has none.
+    virtual CBrimarView* VistaDe(CBrimarDoc* doc) {
+        (void)doc;
+        return nullptr;
+    }
 
     // A new child window showing a result image (the second and later images
     // of an operation). `guardada`: the image already has its files.

@@ -30,6 +30,13 @@ inline constexpr int kMostrarLeyenda = 32822;
 // own command).
 inline constexpr int kParalelepipedos = 32823;
 inline constexpr int kMaximaProbabilidad = 32828;
+// "Editor de puntos de control" (Correcciones, after "Geométricas"): the
+// control points measured on the active window's image.
+inline constexpr int kEditorPuntos = 32884;
+// Training and classes on the view.
+inline constexpr int kFaseEntrenamiento = 32816;
+inline constexpr int kEstablecerClase = 32819;
+inline constexpr int kInspeccionarDecision = 32900;
 }  // namespace cmd
 
 struct EntradaComando {

@@ -442,6 +442,10 @@ void CBrimarView::CancelarHerramienta() {
     if (vista::HerramientaVista* h = Herramienta()) Retirar(h, true);
 }
 
+void CBrimarView::QuitarHerramienta(const vista::HerramientaVista* h) {
+    Retirar(const_cast<vista::HerramientaVista*>(h), false);
+}
+
 QString CBrimarView::NombreHerramienta() const {
     const vista::HerramientaVista* h = Herramienta();
     return h ? QString::fromLatin1(h->Nombre()) : QString();

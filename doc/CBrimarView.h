@@ -78,6 +78,9 @@ public:
     void ArmarHerramienta(std::unique_ptr<vista::HerramientaVista> h);
     // Takes the top tool off without its result (Cancelada is called).
     void CancelarHerramienta();
+    // Takes this tool off wherever it is in the stack, without calling its
+    // Cancelada (its owner is done with it).
+    void QuitarHerramienta(const vista::HerramientaVista* h);
     vista::HerramientaVista* Herramienta() const { return herramientas_.empty() ? nullptr : herramientas_.back().get(); }
     // Name of the armed tool ("" for none).
     QString NombreHerramienta() const;

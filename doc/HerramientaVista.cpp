@@ -168,6 +168,22 @@ void HerramientaLinea::Dibujar(QPainter& p, const CBrimarView& v) const {
 
 namespace vista {
 
+// ---- Control points --------------------------------------------------------
+
+Respuesta HerramientaPuntosControl::Pulsar(CBrimarView& v, const EventoRaton& e) {
+    if (e.boton != Qt::LeftButton) return Respuesta::Ignorada;
+    if (e.punto.dentro && clic_) clic_(v, e.punto);
+    return Respuesta::Usada;
+}
+
+Respuesta HerramientaPuntosControl::Tecla(CBrimarView& v, int tecla, Qt::KeyboardModifiers) {
+    if (tecla == Qt::Key_Backspace || tecla == Qt::Key_Delete) {
+        if (quitar_) quitar_(v);
+        return Respuesta::Usada;
+    }
+    return tecla == Qt::Key_Escape ? Respuesta::Usada : Respuesta::Ignorada;
+}
+
 void CapaVectorial::Dibujar(QPainter& p, const CBrimarView& v) const {
     p.setBrush(Qt::NoBrush);
     for (const Elemento& e : elementos) {

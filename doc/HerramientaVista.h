@@ -168,4 +168,27 @@ private:
     bool conCursor_ = false;
 };
 
+// Control points measured on the picture: each left click on a pixel of
+// the image hands that point to `clic` (which may ask for its map
+// coordinates); Backspace hands over the removal of the last one. Escape
+// does not end it: it stays armed until the command that armed it takes it
+// off, or a new image or the window's closing cancels it (`cancelada`).
+class HerramientaPuntosControl : public HerramientaVista {
+public:
+    using Clic = std::function<void(CBrimarView&, const PuntoImagen&)>;
+    using Aviso = std::function<void(CBrimarView&)>;
+    HerramientaPuntosControl(Clic clic, Aviso quitarUltimo, Aviso cancelada)
+        : clic_(std::move(clic)), quitar_(std::move(quitarUltimo)), cancelada_(std::move(cancelada)) {}
+    const char* Nombre() const override { return "puntos_control"; }
+    Respuesta Pulsar(CBrimarView& v, const EventoRaton& e) override;
+    Respuesta Tecla(CBrimarView& v, int tecla, Qt::KeyboardModifiers m) override;
+    void Cancelada(CBrimarView& v) override {
+        if (cancelada_) cancelada_(v);
+    }
+
+private:
+    Clic clic_;
+    Aviso quitar_, cancelada_;
+};
+
 }  // namespace vista

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <memory>
 #include <cstdio>
 #include <cstring>
 #include <sstream>
@@ -195,12 +196,20 @@ bool CabeceraLegibleBloqueada(const std::string& rutaRaster, Cabecera* salida) {
     return true;
 }
 
-std::optional<Mensaje> LeerRasterBloqueado(int codigo, double filas, double columnas, const std::string& ruta,
-                                           Muestras& salida) {
+// The samples a header promises: a known type, at least one row and one
+// column, and a count that memory could hold.
+std::optional<Mensaje> MedirRaster(int codigo, double filas, double columnas, std::size_t& cantidad) {
     if (!CodigoValido(codigo)) return Mensaje::Tabla(msg::kTipoNoReconocido);
     if (!(filas >= 1.0) || !(columnas >= 1.0)) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
-    const std::size_t n = ContarMuestras(filas, columnas, codigo);
-    if (n == 0) return MensajeMemoria(filas, columnas);
+    cantidad = ContarMuestras(filas, columnas, codigo);
+    if (cantidad == 0) return MensajeMemoria(filas, columnas);
+    return std::nullopt;
+}
+
+std::optional<Mensaje> LeerRasterBloqueado(int codigo, double filas, double columnas, const std::string& ruta,
+                                           Muestras& salida) {
+    std::size_t n = 0;
+    if (auto e = MedirRaster(codigo, filas, columnas, n)) return e;
     return LeerCuerpo(codigo, n, ruta, salida);
 }
 
@@ -279,24 +288,33 @@ std::optional<Mensaje> CImagen::EscribirInf() const {
 
 std::optional<Mensaje> CImagen::Guardar(const std::string& nombre, int modo) {
     if (modo != 0 && modo != 1) return std::nullopt;
+    const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
+    // Both files are written aside first; the pair replaces the old one only
+    // when both are complete, and the old pair stays whole otherwise. A
+    // failure names the file that could not be written.
+    std::unique_ptr<FicheroSeguro> raster, inf;
+    if (auto e = EscribirAparte(ruta, raster, inf)) return e;
+    FicheroSeguro* par[] = {raster.get(), inf.get()};
+    if (const auto fallo = FicheroSeguro::ConfirmarGrupo(par))
+        return NoSePudoEscribir(*fallo == 0 ? ruta : inf->Destino());
+    rutaRaster = ruta;
+    return std::nullopt;
+}
+
+std::optional<Mensaje> CImagen::EscribirAparte(const std::string& ruta, std::unique_ptr<FicheroSeguro>& raster,
+                                               std::unique_ptr<FicheroSeguro>& inf) const {
     if (!CodigoValido(tipoDato)) return Mensaje::Tabla(msg::kTipoNoReconocido);
     // A record whose buffer does not hold rows x columns samples of its type
     // would make a pair whose header lies about its raster.
     if (pixeles.Codigo() != tipoDato || pixeles.Cantidad() == 0 ||
         pixeles.Cantidad() != ContarMuestras(filas, columnas, tipoDato))
         return Mensaje::Libre("La imagen \"" + titulo + "\" no tiene muestras que guardar.");
-    const std::string ruta = modo == 1 ? nombre + ".ozm" : rutaRaster;
     if (auto e = ComprobarNombreImagen(ruta)) return e;
     const std::string rutaInf = CambiarExtension(ruta, ".inf");
-    // Both files are written aside first; the pair replaces the old one only
-    // when both are complete, and the old pair stays whole otherwise. A
-    // failure names the file that could not be written.
-    FicheroSeguro raster(ruta), inf(rutaInf);
-    if (!raster.Escribir(pixeles.Datos(), pixeles.Bytes())) return NoSePudoEscribir(ruta);
-    if (!inf.Escribir(TextoCabecera(*this))) return NoSePudoEscribir(rutaInf);
-    FicheroSeguro* par[] = {&raster, &inf};
-    if (const auto fallo = FicheroSeguro::ConfirmarGrupo(par)) return NoSePudoEscribir(*fallo == 0 ? ruta : rutaInf);
-    rutaRaster = ruta;
+    raster = std::make_unique<FicheroSeguro>(ruta);
+    if (!raster->Escribir(pixeles.Datos(), pixeles.Bytes()) || !raster->Cerrar()) return NoSePudoEscribir(ruta);
+    inf = std::make_unique<FicheroSeguro>(rutaInf);
+    if (!inf->Escribir(TextoCabecera(*this)) || !inf->Cerrar()) return NoSePudoEscribir(rutaInf);
     return std::nullopt;
 }
 
@@ -336,6 +354,22 @@ std::optional<Mensaje> CImagen::Cargar(const std::string& ruta, uint32_t indice)
     Muestras nuevas;
     if (auto e = LeerRasterBloqueado(codigo, cab.filas, cab.columnas, ruta, nuevas)) return e;
     return Adoptar(cab, ruta, indice, true, codigo, std::move(nuevas));
+}
+
+std::optional<Mensaje> CImagen::CargarDeMemoria(const std::string& textoInf, std::span<const std::byte> raster,
+                                                const std::string& ruta, uint32_t indice) {
+    Cabecera cab;
+    LeerInfTexto(textoInf, cab);
+    if (cab.filas <= 0 || cab.columnas <= 0) return Mensaje::Tabla(msg::kCabeceraNoEncontrada, relleno::kInf);
+    const int codigo = cab.nombreTipo.empty() ? tipoDato : CodigoDeNombre(cab.nombreTipo);
+    std::size_t n = 0;
+    if (auto e = MedirRaster(codigo, cab.filas, cab.columnas, n)) return e;
+    // Exactly the header's bytes, as a raster file must hold.
+    if (raster.size() != n * AnchoMuestra(codigo)) return Mensaje::Tabla(msg::kArchivoNoExiste);
+    Muestras m = Muestras::Crear(codigo, n);
+    if (!m.Valido()) return Mensaje::Libre("No hay memoria suficiente para leer la imagen " + ruta + ".");
+    std::memcpy(m.Datos(), raster.data(), raster.size());
+    return Adoptar(cab, ruta, indice, true, codigo, std::move(m));
 }
 
 std::optional<Mensaje> CImagen::Iniciar(const std::string& ruta, const std::string& ruta2, const std::string& tit,

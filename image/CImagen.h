@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "image/Muestras.h"
@@ -10,6 +12,8 @@
 #include "base/Mensajes.h"
 
 namespace orvela {
+
+class FicheroSeguro;
 
 // Georeference value meaning "unknown".
 inline constexpr float SinDato = -1.0f;
@@ -83,6 +87,11 @@ public:
     // present path; any other mode does nothing. Both files are replaced
     // together or not at all.
     std::optional<Mensaje> Guardar(const std::string& nombre, int modo);
+    // Writes the pair of raster path `ruta` aside, for a commit with other
+    // files (FicheroSeguro::ConfirmarGrupo): `raster` and `inf` hold the
+    // whole pair when no message comes back; nothing on disk has changed.
+    std::optional<Mensaje> EscribirAparte(const std::string& ruta, std::unique_ptr<FicheroSeguro>& raster,
+                                          std::unique_ptr<FicheroSeguro>& inf) const;
 
     // Fills the record from header fields; with `leer` the raster is read.
     // An empty type name keeps the present code. A raster that is missing
@@ -92,6 +101,10 @@ public:
                                   uint32_t indice, bool leer);
     // Header of `ruta` then its raster.
     std::optional<Mensaje> Cargar(const std::string& ruta, uint32_t indice = 0);
+    // The same from a header's text and a raster's bytes already in memory,
+    // checked as a pair on disk is; `ruta` becomes the record's raster path.
+    std::optional<Mensaje> CargarDeMemoria(const std::string& textoInf, std::span<const std::byte> raster,
+                                           const std::string& ruta, uint32_t indice = 0);
 
 private:
     std::optional<Mensaje> Adoptar(const Cabecera& cab, const std::string& ruta, uint32_t indice, bool leer,

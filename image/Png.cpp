@@ -51,10 +51,9 @@ bool Volcar(png_structp png, png_infop info, Destino* destino, uint32_t ancho, u
     return true;
 }
 
-bool EscribirComo(const std::string& ruta, uint32_t ancho, uint32_t alto, int tipoColor, const png_color* paleta,
-                  const FilaPng& fila) {
+bool EscribirEn(FicheroSeguro& f, uint32_t ancho, uint32_t alto, int tipoColor, const png_color* paleta,
+                const FilaPng& fila) {
     if (ancho == 0 || alto == 0 || ancho > 0x7FFFFFFFu || alto > 0x7FFFFFFFu) return false;
-    FicheroSeguro f(ruta);
     if (!f.Abierto()) return false;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Error, Aviso);
     if (!png) return false;
@@ -67,7 +66,14 @@ bool EscribirComo(const std::string& ruta, uint32_t ancho, uint32_t alto, int ti
     Destino destino{&f};
     const bool ok = Volcar(png, info, &destino, ancho, alto, tipoColor, paleta, &fila);
     png_destroy_write_struct(&png, &info);
-    return ok && f.Confirmar();
+    return ok;
+}
+
+bool EscribirComo(const std::string& ruta, uint32_t ancho, uint32_t alto, int tipoColor, const png_color* paleta,
+                  const FilaPng& fila) {
+    if (ancho == 0 || alto == 0 || ancho > 0x7FFFFFFFu || alto > 0x7FFFFFFFu) return false;
+    FicheroSeguro f(ruta);
+    return EscribirEn(f, ancho, alto, tipoColor, paleta, fila) && f.Confirmar();
 }
 
 }  // namespace
@@ -79,6 +85,11 @@ bool EscribirPngRgb(const std::string& ruta, uint32_t ancho, uint32_t alto, cons
 bool EscribirPng(const std::string& ruta, const RasterRgb& r) {
     if (r.rgb.size() != 3 * static_cast<std::size_t>(r.ancho) * r.alto) return false;
     return EscribirPngRgb(ruta, r.ancho, r.alto, [&](uint32_t y) { return r.Pixel(0, y); });
+}
+
+bool EscribirPng(FicheroSeguro& f, const RasterRgb& r) {
+    if (r.rgb.size() != 3 * static_cast<std::size_t>(r.ancho) * r.alto) return false;
+    return EscribirEn(f, r.ancho, r.alto, PNG_COLOR_TYPE_RGB, nullptr, [&](uint32_t y) { return r.Pixel(0, y); });
 }
 
 bool EscribirPngIndexado(const std::string& ruta, uint32_t ancho, uint32_t alto,

@@ -39,6 +39,9 @@ using FilaPng = std::function<const uint8_t*(uint32_t y)>;
 // size is zero or beyond what PNG holds.
 bool EscribirPngRgb(const std::string& ruta, uint32_t ancho, uint32_t alto, const FilaPng& fila);
 bool EscribirPng(const std::string& ruta, const RasterRgb& r);
+// The same into a file the caller commits (alone or with others).
+class FicheroSeguro;
+bool EscribirPng(FicheroSeguro& f, const RasterRgb& r);
 // 256 palette entries, red, green, blue.
 bool EscribirPngIndexado(const std::string& ruta, uint32_t ancho, uint32_t alto,
                          const std::array<std::array<uint8_t, 3>, 256>& paleta, const FilaPng& fila);

@@ -1,6 +1,7 @@
 #include "operations/Curso.h"
 
 #include <cstdio>
+#include <memory>
 #include <new>
 #include <sys/stat.h>
 
@@ -22,7 +23,7 @@ std::string Extension(const std::string& ruta) {
 
 EscritorGrafico& Escritor() {
     // The core's renderer, a 640 x 480 PNG, unless a front end sets another.
-    static EscritorGrafico f = [](const Grafico& g, const std::string& ruta) { return EscribirGraficoPng(g, ruta); };
+    static EscritorGrafico f = [](const Grafico& g, FicheroSeguro& fichero) { return EscribirGraficoPng(g, fichero); };
     return f;
 }
 
@@ -169,44 +170,48 @@ std::string RutaGrafico(const Grafico& g, const std::string& stem) { return g.ru
 void FijarEscritorGrafico(EscritorGrafico f) { Escritor() = f; }
 
 std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem, std::vector<std::string>* escritos) {
-    std::vector<std::string> hechos;
-    auto deshacer = [&] {
-        for (const auto& f : hechos) std::remove(f.c_str());
-    };
+    // Every file is written aside first and all of them replace what was on
+    // disk in one commit: a failure (or a kill) at any point leaves every
+    // earlier file of those names as it was.
+    std::vector<std::unique_ptr<FicheroSeguro>> ficheros;
+    std::vector<std::string> rutas;
     for (std::size_t i = 0; i < r.imagenes.size(); ++i) {
         const std::string ruta = RutaImagen(r, i, stem);
-        if (auto e = r.imagenes[i].Guardar(ruta.substr(0, ruta.size() - 4), 1)) {
-            deshacer();
-            return e;
-        }
-        hechos.push_back(r.imagenes[i].rutaRaster);
-        hechos.push_back(CambiarExtension(r.imagenes[i].rutaRaster, ".inf"));
+        std::unique_ptr<FicheroSeguro> raster, inf;
+        if (auto e = r.imagenes[i].EscribirAparte(ruta, raster, inf)) return e;
+        rutas.push_back(ruta);
+        rutas.push_back(CambiarExtension(ruta, ".inf"));
+        ficheros.push_back(std::move(raster));
+        ficheros.push_back(std::move(inf));
     }
     for (const auto& inf : r.informes) {
         const std::string ruta = RutaInforme(inf, stem);
-        if (!EscribirFicheroSeguro(ruta, Utf8ACp1252(inf.contenido))) {
-            deshacer();
-            return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
-        }
-        hechos.push_back(ruta);
+        auto f = std::make_unique<FicheroSeguro>(ruta);
+        if (!f->Escribir(Utf8ACp1252(inf.contenido))) return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+        rutas.push_back(ruta);
+        ficheros.push_back(std::move(f));
     }
     for (const auto& g : r.graficos) {
         const std::string ruta = RutaGrafico(g, stem);
-        if (!Escritor() || !Escritor()(g, ruta)) {
-            deshacer();
-            return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
-        }
-        hechos.push_back(ruta);
+        auto f = std::make_unique<FicheroSeguro>(ruta);
+        if (!Escritor() || !Escritor()(g, *f)) return Mensaje::Tabla(msg::kNoCreadoFichero, ruta);
+        rutas.push_back(ruta);
+        ficheros.push_back(std::move(f));
     }
     if (r.composicion && !r.composicion->ruta.empty()) {
+        // The composite's picture is written (aside, then renamed) before the
+        // group commit: when it cannot be written nothing else is replaced.
         const std::string& ruta = r.composicion->ruta;
-        if (auto e = ExportarComposicion(r.composicion->planos, ruta, FormatoDeRuta(ruta))) {
-            deshacer();
-            return e;
-        }
-        hechos.push_back(ruta);
+        if (auto e = ExportarComposicion(r.composicion->planos, ruta, FormatoDeRuta(ruta))) return e;
     }
-    if (escritos) *escritos = hechos;
+    std::vector<FicheroSeguro*> grupo;
+    for (const auto& f : ficheros) grupo.push_back(f.get());
+    if (const auto fallo = FicheroSeguro::ConfirmarGrupo(grupo)) return Mensaje::Tabla(msg::kNoCreadoFichero, rutas[*fallo]);
+    for (std::size_t i = 0; i < r.imagenes.size(); ++i) r.imagenes[i].rutaRaster = rutas[2 * i];
+    if (escritos) {
+        *escritos = rutas;
+        if (r.composicion && !r.composicion->ruta.empty()) escritos->push_back(r.composicion->ruta);
+    }
     return std::nullopt;
 }
 

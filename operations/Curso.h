@@ -78,13 +78,15 @@ std::string RutaInforme(const InformeTexto& inf, const std::string& stem);
 std::string RutaGrafico(const Grafico& g, const std::string& stem);
 
 // Writes a chart as a picture (by default the PNG of tools/DibujarGrafico.h;
-// a front end may set another). Returns false when the file cannot be written.
-using EscritorGrafico = bool (*)(const Grafico& g, const std::string& ruta);
+// a front end may set another) into a file that is committed with the other
+// files of the result. Returns false when it cannot be written.
+using EscritorGrafico = bool (*)(const Grafico& g, FicheroSeguro& fichero);
 void FijarEscritorGrafico(EscritorGrafico f);
 
 // Step 5: writes the result images, reports and charts under `stem` (the
-// first image as stem + ".ozm" unless it has an ending). Nothing is left half
-// written: on a failure the files written by this call are removed.
+// first image as stem + ".ozm" unless it has an ending). They replace what
+// was on disk together or not at all: on a failure, or a kill at any
+// instant, every file of those names is left as it was.
 std::optional<Mensaje> EscribirResultado(Resultado& r, const std::string& stem,
                                          std::vector<std::string>* escritos = nullptr);
 

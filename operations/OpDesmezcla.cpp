@@ -17,7 +17,8 @@ std::optional<Mensaje> LeerClase(const std::string& ruta) {
     return std::nullopt;
 }
 
-DeclEntrada FicheroClase(const char* boton, const char* nombre, const char* opcion, const char* ayuda) {
+DeclEntrada FicheroClase(const char* boton, const char* nombre, const char* opcion, const char* ayuda,
+                         const char* grupo = nullptr) {
     return {.boton = boton,
             .nombre = nombre,
             .clase = ClaseEntrada::Fichero,
@@ -26,7 +27,8 @@ DeclEntrada FicheroClase(const char* boton, const char* nombre, const char* opci
             .leer = LeerClase,
             .opcionCli = opcion,
             .etiquetaCli = "CLASE.txt",
-            .ayudaCli = ayuda};
+            .ayudaCli = ayuda,
+            .grupo = grupo};
 }
 
 Resultado Calcular(const Contexto& c) {
@@ -67,14 +69,14 @@ Resultado Calcular(const Contexto& c) {
                          });
 }
 
-Declaracion Desmezcla(int id, const char* orden, const char* titulo, int minimo, int maximo) {
+Declaracion Desmezcla(int id, const char* orden, const char* titulo, const char* resumen, int minimo, int maximo) {
     Declaracion d;
     d.idComando = id;
     d.orden = orden;
     d.titulo = titulo;
-    d.resumen = "Fracciones de vegetación, sombra y suelo de cada píxel, con su error, a partir de tres ficheros de clase.";
+    d.resumen = resumen;
     d.paginaAyuda = "desmezcla";
-    d.grupoEntrada = "Bandas de entrada y clases puras";
+    d.grupoEntrada = "Bandas de entrada";
     d.entradas = {{.boton = "&Añadir banda",
                    .nombre = relleno::kNingunaBanda,
                    .clase = ClaseEntrada::Bandas,
@@ -83,7 +85,7 @@ Declaracion Desmezcla(int id, const char* orden, const char* titulo, int minimo,
                    .etiquetaCli = "BANDA",
                    .ayudaCli = "bandas de la escena, en el orden en que se tomaron las muestras de las clases"},
                   FicheroClase("Clase de &vegetación", relleno::kClaseVegetacion, "--vegetacion",
-                               "fichero de clase de la vegetación pura"),
+                               "fichero de clase de la vegetación pura", "Clases puras (extremos de la mezcla)"),
                   FicheroClase("Clase de &sombra", relleno::kClaseSombra, "--sombra", "fichero de clase de la sombra"),
                   FicheroClase("Clase de s&uelo", relleno::kClaseSuelo, "--suelo", "fichero de clase del suelo desnudo")};
     d.campos = {{.clave = &kRestringida,
@@ -103,8 +105,16 @@ Declaracion Desmezcla(int id, const char* orden, const char* titulo, int minimo,
 
 // The command line knows one order for any number of bands from two up;
 // the Landsat menu entry takes the four bands of its own order.
-const Declaracion kNoaa = Desmezcla(32793, "desmezcla", "Descomposición espectral NOAA", 2, 64);
-const Declaracion kLandsat = Desmezcla(32794, "desmezcla-landsat", "Descomposición espectral Landsat", 4, 4);
+const Declaracion kNoaa = Desmezcla(
+    32793, "desmezcla", "Descomposición espectral NOAA",
+    "Fracciones de vegetación, sombra y suelo de cada píxel, con su error, a partir de tres ficheros de clase; "
+    "dos bandas (NOAA) o más.",
+    2, 64);
+const Declaracion kLandsat = Desmezcla(
+    32794, "desmezcla-landsat", "Descomposición espectral Landsat",
+    "Descomposición espectral de cuatro bandas Landsat (por ejemplo TM2, TM3, TM4 y TM5): fracciones de "
+    "vegetación, sombra y suelo y su error; las mismas opciones que «desmezcla», exactamente cuatro bandas.",
+    4, 4);
 
 const Registro registroNoaa(kNoaa);
 const Registro registroLandsat(kLandsat);

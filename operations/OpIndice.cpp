@@ -22,7 +22,10 @@ const Declaracion kIndice = [] {
     d.paginaAyuda = "indice-vegetacion";
     d.grupoEntrada = "Nombre de la Banda Roja (R)";
     d.entradas = {{.boton = "&Seleccionar", .nombre = relleno::kBandaRojo, .etiquetaCli = "ROJO"},
-                  {.boton = "S&eleccionar", .nombre = relleno::kBandaInfrarrojo, .etiquetaCli = "INFRARROJO"}};
+                  {.boton = "S&eleccionar",
+                    .nombre = relleno::kBandaInfrarrojo,
+                    .etiquetaCli = "INFRARROJO",
+                    .grupo = "Nombre de la Banda del Infrarrojo Cercano (IR)"}};
     d.campos = {{.clave = &kTipo,
                  .tipo = TipoCampo::Eleccion,
                  .grupo = "Tipo de Índice de Vegetación",

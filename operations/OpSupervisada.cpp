@@ -2,11 +2,12 @@
 // likelihood over the bands of the training, with one class file per class.
 // The result is a byte image of class NDs and its legend (stem +
 // "Leyenda.txt"), written from the class files before the pixel loop.
-#include <fstream>
-
 #include "classification/Supervisada.h"
+#include "image/FicheroTexto.h"
 #include "image/Leyenda.h"
+#include "operations/ClasificacionesHechas.h"
 #include "operations/Clasificacion.h"
+#include "operations/Curso.h"
 
 namespace orvela {
 
@@ -39,7 +40,14 @@ const Declaracion kSupervisada = [] {
     clases.filtro = "Clases (*.txt)";
     clases.extensiones = {"txt", "TXT"};
     clases.leer = [](const std::string& ruta) -> std::optional<Mensaje> {
-        if (!std::ifstream(ruta)) return Mensaje::Libre(texto::kFicheroClaseIlegible + ruta);
+        // Read as the classifiers read it: a FIFO or a device in its place
+        // is refused at once, never waited on.
+        FalloTexto fallo{};
+        if (!LeerTextoAcotado(ruta, kMaxTexto, &fallo)) {
+            if (fallo == FalloTexto::NoExiste || fallo == FalloTexto::Lectura)
+                return Mensaje::Libre(texto::kFicheroClaseIlegible + ruta);
+            return MensajeFalloTexto(fallo, ruta);
+        }
         return std::nullopt;
     };
     clases.opcionCli = "--clase";
@@ -108,6 +116,18 @@ const Declaracion kSupervisada = [] {
         if (GeorreferenciasDistintas(bandas)) im.sistemaReferencia = "unknown";
         r.titulosPropios = true;
         r.informes.push_back({"Leyenda.txt", TextoLeyenda(leyenda), "Leyenda", ""});
+        if (RegistroClasificacionesActivo()) {
+            // Kept for the decision inspector of the desktop.
+            ClasificacionHecha h;
+            h.regla = static_cast<ReglaSupervisada>(regla);
+            h.multiplicador = ConMultiplicador(c.valores) ? c.valores.Entero(kMultiplicador) : 1;
+            for (const auto* im : bandas)
+                h.bandas.push_back({im->rutaRaster, TituloFichero(im->rutaRaster), im->tipoDato, im->Filas(),
+                                    im->Columnas()});
+            h.clases = std::move(clases);
+            h.ficherosClase = c.ficheros[1];
+            RecordarClasificacion(im, std::move(h));
+        }
         return r;
     };
     d.sufijo = SufijoFijo("");

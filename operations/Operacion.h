@@ -132,6 +132,9 @@ struct DeclEntrada {
     // Name in the CLI's usage line ("ROJO", "BANDA", "FICHERO.txt").
     const char* etiquetaCli = "";
     const char* ayudaCli = "";
+    // Title of a group box of its own in the dialog, from this input on
+    // (the first input's group is the declaration's `grupoEntrada`).
+    const char* grupo = nullptr;
 };
 
 enum class Destino { Ventana, Fichero };

@@ -27,7 +27,7 @@ TEST(EntradasMalas, TablaDeLaLineaDeOrdenes) {
     const std::string raster = Rechazo(Mensaje::Tabla(msg::kArchivoNoExiste));
     const std::string sinNombre = "El nombre de la imagen \"";
     const std::set<std::string> base = {"a.inf", "a.ozm", "fifo.inf", "fifo.ozm", "cero.inf", "cero.ozm",
-                                        "largo.inf", "largo.ozm", "ro.inf", "ro.ozm", "fifo.pal"};
+                                        "largo.inf", "largo.ozm", "ro.inf", "ro.ozm", "fifo.pal", "fifo.txt"};
     auto con = [&](std::initializer_list<std::string> mas) {
         std::set<std::string> s = base;
         s.insert(mas);
@@ -39,6 +39,18 @@ TEST(EntradasMalas, TablaDeLaLineaDeOrdenes) {
         {"ráster más largo que su cabecera", {"info", "@/largo.ozm"}, 2, raster, base},
         {"paleta FIFO", {"exportar", "--formato", "bmp", "--paleta-fichero", "@/fifo.pal", "@/a.ozm", "@/x.bmp"},
          2, "", base},
+        {"fichero de clase FIFO", {"supervisada", "--regla", "distancia", "--clase", "@/fifo.txt", "@/a.ozm", "@/s"},
+         2, "El fichero @/fifo.txt no es un fichero normal", base},
+        {"clases de la desmezcla FIFO",
+         {"desmezcla", "--vegetacion", "@/fifo.txt", "--sombra", "@/fifo.txt", "--suelo", "@/fifo.txt", "@/a.ozm",
+          "@/a.ozm", "@/d"},
+         2, "", base},
+        {"puntos de control FIFO",
+         {"geometrica", "--puntos", "@/fifo.txt", "--metodo", "vecino", "--x-min", "0", "--x-max", "1", "--y-min", "0",
+          "--y-max", "1", "--columnas", "2", "--filas", "2", "@/a.ozm", "@/g"},
+         2, "No se puede leer el fichero de puntos de control", base},
+        {"metadatos FIFO", {"reflectancia", "--banda", "4", "--metadatos", "@/fifo.txt", "@/a.ozm", "@/r"}, 2,
+         "No se puede leer el fichero de metadatos", base},
         {"stem vacío", {"iniciar", "--filas", "1", "--columnas", "1", "--tipo", "byte", "--valor", "1", ""}, 64,
          sinNombre, base},
         {"stem .ozm", {"iniciar", "--filas", "1", "--columnas", "1", "--tipo", "byte", "--valor", "1", ".ozm"}, 64,
@@ -67,6 +79,7 @@ TEST(EntradasMalas, TablaDeLaLineaDeOrdenes) {
         Escribir(a, dir / "a");
         ASSERT_EQ(::mkfifo((dir / "fifo.inf").c_str(), 0600), 0);
         ASSERT_EQ(::mkfifo((dir / "fifo.pal").c_str(), 0600), 0);
+        ASSERT_EQ(::mkfifo((dir / "fifo.txt").c_str(), 0600), 0);
         EscribirFichero(dir / "fifo.ozm", std::string(6, '\1'));
         std::filesystem::create_symlink("/dev/zero", dir / "cero.inf");
         EscribirFichero(dir / "cero.ozm", std::string(6, '\1'));

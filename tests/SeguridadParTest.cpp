@@ -14,6 +14,7 @@
 
 #include "image/FicheroSeguro.h"
 #include "tests/Prueba.h"
+#include "tools/EscenaPractica.h"
 
 extern char** environ;
 
@@ -203,6 +204,61 @@ TEST_F(SeguridadPar, DestinosProtegidosYEnlaces) {
         EXPECT_EQ(e->Texto(), "El nombre de la imagen \"" + nombre + ".ozm\" no es válido: falta el nombre del fichero.");
     }
     EXPECT_FALSE(Existe(dir / ".ozm") || Existe(dir / ".inf"));
+}
+
+// The files of one result (images, reports, charts) and of the practice
+// scene (bands, legend and the correction labs' files) replace what was on
+// disk together: one that cannot be written leaves every other as it was.
+TEST_F(SeguridadPar, ResultadoYEscenaEnterosONada) {
+    CImagen viejo = Imagen(kByte, 1, 2, {1, 2}, "viejo");
+    ASSERT_FALSE(viejo.Guardar(dir / "p", 1));
+    ASSERT_FALSE(viejo.Guardar(dir / "p_2", 1));
+    const std::string ozm = LeerFichero(dir / "p.ozm"), inf = LeerFichero(dir / "p.inf");
+    auto resultado = [] {
+        Resultado r;
+        r.imagenes.push_back(Imagen(kByte, 1, 2, {7, 8}, "nuevo"));
+        r.imagenes.push_back(Imagen(kReal, 1, 1, {0.5}, "segundo"));
+        r.informes.push_back({"_Informe.txt", "Año\n", "Informe", ""});
+        Grafico g;
+        g.final = "_Grafico.png";
+        r.graficos.push_back(g);
+        return r;
+    };
+    // The chart's name taken by a folder: the images already written aside
+    // never reach their names.
+    std::filesystem::create_directory(dir / "p_Grafico.png");
+    Resultado r = resultado();
+    EXPECT_EQ(EscribirResultado(r, dir / "p"), Mensaje::Tabla(msg::kNoCreadoFichero, dir / "p_Grafico.png"));
+    EXPECT_EQ(LeerFichero(dir / "p.ozm"), ozm);
+    EXPECT_EQ(LeerFichero(dir / "p.inf"), inf);
+    EXPECT_EQ(LeerFichero(dir / "p_2.inf"), inf);
+    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"p.ozm", "p.inf", "p_2.ozm", "p_2.inf", "p_Grafico.png"}));
+    // Once it can be written, every file is there, under the names it reports.
+    std::filesystem::remove(dir / "p_Grafico.png");
+    r = resultado();
+    std::vector<std::string> escritos;
+    ASSERT_FALSE(EscribirResultado(r, dir / "p", &escritos));
+    EXPECT_EQ(escritos, (std::vector<std::string>{dir / "p.ozm", dir / "p.inf", dir / "p_2.ozm", dir / "p_2.inf",
+                                                  dir / "p_Informe.txt", dir / "p_Grafico.png"}));
+    EXPECT_EQ(r.imagenes[1].rutaRaster, dir / "p_2.ozm");
+    EXPECT_EQ(LeerFichero(dir / "p.ozm"), std::string("\7\10", 2));
+    EXPECT_EQ(LeerFichero(dir / "p_Informe.txt"), "A\xF1o\n");
+    EXPECT_EQ(Contenido(dir.Ruta()).size(), 6u);
+
+    // A scene whose metadata file's name is taken: its bands stay as they were.
+    const std::string escena = dir / "escena";
+    ASSERT_FALSE(escena::EscribirEscena(escena));
+    ASSERT_FALSE(viejo.Guardar(escena + "/tm5", 1));
+    std::filesystem::remove(escena + "/escena_MTL.txt");
+    std::filesystem::create_directory(escena + "/escena_MTL.txt");
+    const auto antes = Contenido(escena);
+    EXPECT_EQ(escena::EscribirEscena(escena), Mensaje::Tabla(msg::kNoCreadoFichero, escena + "/escena_MTL.txt"));
+    EXPECT_EQ(LeerFichero(escena + "/tm5.ozm"), ozm);
+    EXPECT_EQ(Contenido(escena), antes);
+    std::filesystem::remove(escena + "/escena_MTL.txt");
+    ASSERT_FALSE(escena::EscribirEscena(escena));
+    EXPECT_EQ(LeerFichero(escena + "/tm5.ozm").size(), std::size_t{escena::kLado} * escena::kLado);
+    EXPECT_TRUE(std::filesystem::is_regular_file(escena + "/escena_MTL.txt"));
 }
 
 }  // namespace

@@ -338,6 +338,10 @@ bool EscribirGraficoPng(const Grafico& g, const std::string& ruta, uint32_t anch
     return EscribirPng(ruta, DibujarGrafico(g, ancho, alto).imagen);
 }
 
+bool EscribirGraficoPng(const Grafico& g, FicheroSeguro& f, uint32_t ancho, uint32_t alto) {
+    return EscribirPng(f, DibujarGrafico(g, ancho, alto).imagen);
+}
+
 // ----- The cloud of counts of a pair of bands.
 
 namespace {

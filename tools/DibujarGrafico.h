@@ -42,6 +42,8 @@ struct GraficoDibujado {
 GraficoDibujado DibujarGrafico(const Grafico& g, uint32_t ancho = 640, uint32_t alto = 480);
 // False when the file cannot be written (what was on disk stays).
 bool EscribirGraficoPng(const Grafico& g, const std::string& ruta, uint32_t ancho = 640, uint32_t alto = 480);
+// The same into a file the caller commits with the other files of a result.
+bool EscribirGraficoPng(const Grafico& g, FicheroSeguro& f, uint32_t ancho = 640, uint32_t alto = 480);
 
 // Values of the ticks over a range: multiples of 1, 2 or 5 times a power of
 // ten, about `cuantas` of them, all inside [minimo, maximo].

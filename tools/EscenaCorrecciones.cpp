@@ -2,8 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <numbers>
 
 namespace orvela::escena {
@@ -20,10 +18,10 @@ void Directa(double u, double v, double& columna, double& linea) {
     linea = kCentro + kEscalaDistorsion * (std::sin(t) * u + std::cos(t) * v);
 }
 
-bool EscribirTexto(const std::string& ruta, const std::string& texto) {
-    std::ofstream out(ruta, std::ios::binary);
-    out << texto;
-    return static_cast<bool>(out);
+bool EscribirTexto(std::vector<std::unique_ptr<FicheroSeguro>>& ficheros, const std::string& ruta,
+                   const std::string& texto) {
+    ficheros.push_back(std::make_unique<FicheroSeguro>(ruta));
+    return ficheros.back()->Escribir(texto) && ficheros.back()->Cerrar();
 }
 
 const char* const kMetadatos =
@@ -56,13 +54,10 @@ const char* const kMetadatos =
 }  // namespace
 
 std::optional<Mensaje> EscribirEscenaCorrecciones(const Escena& e, const std::string& base,
-                                                  std::vector<std::string>& nuevos) {
-    std::error_code ec;
-    const std::string imagen = base + "tm4_distorsionada";
+                                                  std::vector<std::unique_ptr<FicheroSeguro>>& ficheros) {
+    const std::string imagen = base + "tm4_distorsionada.ozm";
     const std::string puntos = base + "puntos_tm4_distorsionada.txt";
     const std::string metadatos = base + "escena_MTL.txt";
-    for (const std::string& f : {imagen + ".ozm", imagen + ".inf", puntos, metadatos})
-        if (!std::filesystem::exists(f, ec)) nuevos.push_back(f);
 
     const CImagen& tm4 = e.bandas[3];
     CImagen d;
@@ -81,7 +76,10 @@ std::optional<Mensaje> EscribirEscenaCorrecciones(const Escena& e, const std::st
             destino[static_cast<std::size_t>(l) * kLado + c] = origen[static_cast<std::size_t>(fila) * kLado + columna];
         }
     }
-    if (auto m = d.Guardar(imagen, 1)) return m;
+    std::unique_ptr<FicheroSeguro> raster, inf;
+    if (auto m = d.EscribirAparte(imagen, raster, inf)) return m;
+    ficheros.push_back(std::move(raster));
+    ficheros.push_back(std::move(inf));
 
     // Points on a 4 x 3 grid of the map; their lines are counted from the
     // image's last line up, as the control-point files count them.
@@ -100,8 +98,8 @@ std::optional<Mensaje> EscribirEscenaCorrecciones(const Escena& e, const std::st
             texto += b;
         }
     }
-    if (!EscribirTexto(puntos, texto)) return Mensaje::Tabla(msg::kNoCreadoFichero, puntos);
-    if (!EscribirTexto(metadatos, kMetadatos)) return Mensaje::Tabla(msg::kNoCreadoFichero, metadatos);
+    if (!EscribirTexto(ficheros, puntos, texto)) return Mensaje::Tabla(msg::kNoCreadoFichero, puntos);
+    if (!EscribirTexto(ficheros, metadatos, kMetadatos)) return Mensaje::Tabla(msg::kNoCreadoFichero, metadatos);
     return std::nullopt;
 }
 

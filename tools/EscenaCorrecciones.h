@@ -2,11 +2,13 @@
 // known distortion with its control points, and a Landsat metadata file.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Mensajes.h"
+#include "image/FicheroSeguro.h"
 #include "tools/EscenaPractica.h"
 
 namespace orvela::escena {
@@ -21,9 +23,10 @@ inline constexpr int kPuntosControl = 12;
 inline constexpr int kPuntoErroneo = 5;
 
 // Writes tm4_distorsionada (.ozm, .inf), puntos_tm4_distorsionada.txt and
-// escena_MTL.txt into `base` (a folder path ending in "/"), adding to
-// `nuevos` the files that were not there before.
+// escena_MTL.txt aside for `base` (a folder path ending in "/"), adding them
+// to `ficheros`: the scene commits them with its own files, as one group.
+// Nothing on disk changes here.
 std::optional<Mensaje> EscribirEscenaCorrecciones(const Escena& e, const std::string& base,
-                                                  std::vector<std::string>& nuevos);
+                                                  std::vector<std::unique_ptr<FicheroSeguro>>& ficheros);
 
 }  // namespace orvela::escena

@@ -233,17 +233,16 @@ std::optional<Mensaje> EscribirEscena(const std::string& carpeta) {
     const std::string leyenda = RutaLeyenda(base + "verdad.ozm");
     const std::string textoLeyenda = Utf8ACp1252(TextoLeyenda(e.clases));
     if (!escribir(leyenda, textoLeyenda.data(), textoLeyenda.size())) return fallo(leyenda);
+    // The exercises of the corrections: a distorted band with its control
+    // points and a metadata file, in the same commit.
+    if (auto m = EscribirEscenaCorrecciones(e, base, ficheros)) {
+        ficheros.clear();
+        if (!existia) fs::remove(carpeta, ec);
+        return m;
+    }
     std::vector<FicheroSeguro*> grupo;
     for (auto& f : ficheros) grupo.push_back(f.get());
     if (const auto i = FicheroSeguro::ConfirmarGrupo(grupo)) return fallo(grupo[*i]->Destino());
-    // The exercises of the corrections: a distorted band with its control
-    // points and a metadata file, written after the scene itself.
-    std::vector<std::string> nuevos;
-    if (auto m = EscribirEscenaCorrecciones(e, base, nuevos)) {
-        std::error_code ec;
-        for (const auto& f : nuevos) std::filesystem::remove(f, ec);
-        return m;
-    }
     return std::nullopt;
 }
 

@@ -31,7 +31,11 @@ std::optional<double> Numero(const std::string& s) {
 std::optional<std::vector<double>> LeerMediasClase(const std::string& ruta) {
     const auto contenido = LeerTextoAcotado(ruta, kMaxTexto);
     if (!contenido) return std::nullopt;
-    std::istringstream in(*contenido);
+    return AnalizarMediasClase(*contenido);
+}
+
+std::optional<std::vector<double>> AnalizarMediasClase(const std::string& texto) {
+    std::istringstream in(texto);
     std::string s;
     if (!Linea(in, s) || !Linea(in, s)) return std::nullopt;
     std::vector<double> medias;

@@ -14,5 +14,7 @@ namespace orvela {
 // cannot be opened or is not a class file (no band, a labelled line without
 // its number, no covariance header).
 std::optional<std::vector<double>> LeerMediasClase(const std::string& ruta);
+// The same reading of a class file's text.
+std::optional<std::vector<double>> AnalizarMediasClase(const std::string& texto);
 
 }  // namespace orvela
