@@ -176,7 +176,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
 namespace {
 
 void PedirRectangulo(const Declaracion& d, Espacio& espacio, Interfaz& ui, Decision decision) {
-    CBrimarView* vista = espacio.VistaActiva();
+    CBrimarView* vista = espacio.VistaParaHerramientas();
     if (!vista) return ui.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
     if (auto m = ComprobarVentana(&vista->Documento())) return ui.Mostrar(*m);
     espacio.Confirmar(texto::kArrastrarVentana);
