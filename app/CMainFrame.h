@@ -50,7 +50,10 @@ public:
     // "Nueva ventana": a new empty document and its window, made active.
     CChildFrame* NuevaVentana();
     CChildFrame* VentanaActiva();
-    CBrimarView* VistaActiva() override;
+    // Not virtual: the frame's buttons read it while the frame is being
+    // destroyed.
+    CBrimarView* VistaActiva();
+    CBrimarView* VistaParaHerramientas() override { return VistaActiva(); }
 
     // Runs a command of the table by its id.
     void EjecutarComando(int id);

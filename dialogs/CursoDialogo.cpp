@@ -176,7 +176,7 @@ void EjecutarOperacion(const Declaracion& d, Espacio& espacio, Interfaz& ui) {
 namespace {
 
 void PedirRectangulo(const Declaracion& d, Espacio& espacio, Interfaz& ui, Decision decision) {
-    CBrimarView* vista = espacio.VistaActiva();
+    CBrimarView* vista = espacio.VistaParaHerramientas();
     if (!vista) return ui.Mostrar(Mensaje::Tabla(msg::kNoHayVentanaActiva));
     if (auto m = ComprobarVentana(&vista->Documento())) return ui.Mostrar(*m);
     espacio.Confirmar(texto::kArrastrarVentana);
@@ -263,7 +263,7 @@ void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision
 
     Declaracion sinComprobar = d;
     sinComprobar.antesDeCalcular = nullptr;
-    // An operation that gives no image shows its figures on screen.
+    // An operation that writes no image shows what it gives on the desktop.
     const Destino destino = aVentana || !d.conSalida ? Destino::Ventana : Destino::Fichero;
     Resultado r = CalcularSinBloquear(sinComprobar, entradas, v, destino, padre);
 
@@ -294,15 +294,16 @@ void Seguir(const Declaracion& d, Espacio& espacio, Interfaz& ui, const Decision
         }
         if (!escritos.empty()) espacio.Confirmar(TextoGuardado(escritos));
     }
+    if (r.composicion) espacio.AbrirComposicion(std::move(*r.composicion));
+    // Reports and charts open in windows of their own in both output modes.
+    for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
+    for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
+    // Figures in their dialog, over the chart they go with.
     if (r.cuadro) {
         espera.reset();
         CCuadroValoresDlg cuadro(*r.cuadro, padre);
         ui.Ejecutar(cuadro);
     }
-    if (r.composicion) espacio.AbrirComposicion(std::move(*r.composicion));
-    // Reports and charts open in windows of their own in both output modes.
-    for (const auto& inf : r.informes) espacio.AbrirInforme(inf);
-    for (const auto& g : r.graficos) espacio.AbrirGrafico(g);
     if (r.imagenes.empty()) return;
     // The images after the first open in new windows.
     for (std::size_t i = 1; i < r.imagenes.size(); ++i) espacio.AbrirImagen(std::move(r.imagenes[i]), !aVentana);

@@ -41,9 +41,9 @@ public:
     // A colour composite in a window: the active one when it is empty, else
     // a new one.
     virtual void AbrirComposicion(orvela::ComposicionResultado composicion) = 0;
-    // View of the active child window (tools are armed on it); nullptr
-    // when there is none.
-    virtual CBrimarView* VistaActiva() { return nullptr; }
+    // View of the active child window, where a command arms a tool;
+    // nullptr when there is none.
+    virtual CBrimarView* VistaParaHerramientas() { return nullptr; }
     // A line in the status bar's message pane ("Guardado: tm4_filtrada.ozm").
     virtual void Confirmar(const std::string& texto) = 0;
 };

@@ -187,6 +187,11 @@ CCuadroValoresDlg::CCuadroValoresDlg(const orvela::CuadroValores& c, QWidget* pa
     fila->addStretch(1);
     fila->addWidget(aceptar);
     auto* capas = new QVBoxLayout(this);
+    if (!c.nota.empty()) {
+        auto* nota = new QLabel(QString::fromStdString(c.nota), this);
+        nota->setWordWrap(true);
+        capas->addWidget(nota);
+    }
     capas->addWidget(grupo);
     capas->addLayout(fila);
 }

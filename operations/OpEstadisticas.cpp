@@ -60,6 +60,7 @@ Resultado Continua(const Contexto& c) {
         };
         r.cuadro = CuadroValores{"Mostrar Estadísticas",
                                  "Valores estadísticos",
+                                 "",
                                  {{"Media", numero(e->media)},
                                   {"Máximo", numero(e->maximo)},
                                   {"Mínimo", numero(e->minimo)},

@@ -95,6 +95,24 @@ const Declaracion kRegresion = [] {
         }
         r.consola = Linea("r", f->r) + Linea("a", f->a) + Linea("b", f->b) + Linea("R2", f->r2) +
                     Linea("n", static_cast<double>(f->muestra));
+        if (c.destino == Destino::Ventana) {
+            auto numero = [](double v) {
+                char b[64];
+                std::snprintf(b, sizeof b, "%.10g", v);
+                return std::string(b);
+            };
+            r.cuadro = CuadroValores{
+                "Regresión",
+                "La ecuación de la recta es y = a·x +b",
+                "Pinchando sobre la nube de puntos se obtienen los ND, cuyo valor aparece en la barra de estado.",
+                {{"Coeficiente de correlación de Pearson", numero(f->r)},
+                 {"a", numero(f->a)},
+                 {"b", numero(f->b)},
+                 {"R2", numero(f->r2)},
+                 {"Tamaño de la muestra", numero(static_cast<double>(f->muestra))},
+                 {"Imagen del eje X", x.titulo},
+                 {"Imagen del eje Y", y.titulo}}};
+        }
         const std::string ruta = c.valores.Tiene(kDiagrama) ? c.valores.Texto(kDiagrama) : std::string();
         if (c.destino == Destino::Ventana || !ruta.empty()) {
             double minX = 0, maxX = 0, minY = 0, maxY = 0;

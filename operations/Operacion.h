@@ -185,6 +185,7 @@ struct ComposicionResultado {
 // figure, inside one group.
 struct CuadroValores {
     std::string titulo, grupo;
+    std::string nota;  // a line above the group ("" for none)
     std::vector<std::pair<std::string, std::string>> filas;  // label, value as shown
 };
 

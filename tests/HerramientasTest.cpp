@@ -3,6 +3,7 @@
 // class), regression and area per category, over the four data types, with
 // values worked by hand, the checks in their order and the reports written
 // out in full.
+#include "tests/LeerPng.h"
 #include "tests/Prueba.h"
 #include "tools/AreaCategorias.h"
 #include "tools/Componer.h"
@@ -495,6 +496,35 @@ TEST(ComposicionColor, PlanosEscaladosPorBanda) {
     EXPECT_EQ(EscalarValor(std::nan(""), {0, 10}), 0);
     const CImagen a = Imagen(kByte, 1, 2, {1, 2}), d = Imagen(kReal, 1, 2, {1, 2});
     EXPECT_FALSE(ComponerColor(a.pixeles, a.pixeles, d.pixeles, 1, EscaladoColor::Lineal2));
+}
+
+// The order writes the composite's picture (PNG or BMP by the name) in the
+// bands' own scaling and prints each band's limits; a band of another type
+// is refused when picked.
+TEST(ComposicionColor, OrdenConSuImagen) {
+    CarpetaPrueba dir;
+    CImagen ia = Imagen(kByte, 1, 2, {0, 255}, "a"), iv = Imagen(kByte, 1, 2, {40, 30}, "v"),
+            ir = Imagen(kByte, 1, 2, {10, 20}, "r"), ix = Imagen(kReal, 1, 2, {10, 20}, "x");
+    const std::string a = Escribir(ia, dir / "a"), v = Escribir(iv, dir / "v"), r = Escribir(ir, dir / "r"),
+                      x = Escribir(ix, dir / "x");
+    const SalidaCli s = Espera({"composicion-color", "--escalado", "minmax", "--imagen", dir / "c.png", a, v, r}, 0);
+    EXPECT_EQ(s.out, "Rojo (r): 10 - 20\nVerde (v): 30 - 40\nAzul (a): 0 - 255\n");
+    const PngLeido png = LeerPngLibpng(dir / "c.png");
+    ASSERT_TRUE(png.ok);
+    EXPECT_EQ(png.ancho, 2u);
+    EXPECT_EQ(png.Color(0, 0), (std::array<uint8_t, 3>{0, 255, 0}));
+    EXPECT_EQ(png.Color(1, 0), (std::array<uint8_t, 3>{255, 0, 255}));
+    // BMP: 54 bytes of header, then the row padded to 8 bytes, blue first.
+    Espera({"composicion-color", "--imagen", dir / "c.bmp", a, v, r}, 0);
+    const std::string bmp = LeerFichero(dir / "c.bmp");
+    ASSERT_EQ(bmp.size(), 62u);
+    EXPECT_EQ(bmp.substr(54, 6), std::string("\x00\xff\x00\xff\x00\xff", 6));
+    Espera({"composicion-color", a, v, x}, 2,
+           Rechazo(Mensaje::Tabla(msg::kNoCoincide, relleno::kElTipoDeDato, relleno::kBandas)));
+    // The mouse cannot choose a window outside the desktop.
+    Espera({"enventanar", "--seleccion", "raton", a, dir / "w"}, 2, Rechazo(Mensaje::Tabla(msg::kEnventanarRaton)));
+    EXPECT_EQ(Contenido(dir.Ruta()), (std::set<std::string>{"a.inf", "a.ozm", "v.inf", "v.ozm", "r.inf", "r.ozm", "x.inf",
+                                                           "x.ozm", "c.png", "c.bmp"}));
 }
 
 TEST(Reformar, OrdenesDeLaLineaDeOrdenes) {

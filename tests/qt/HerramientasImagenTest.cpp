@@ -124,8 +124,8 @@ private slots:
 
     // The window dragged at one screen pixel a sample and again, over the
     // same pixels, at five: the same rows and columns, the bottom-right
-    // ones included as the pixels dragged. The mouse needs the window as
-    // input (61245); a drag off the picture cuts nothing.
+    // ones included as the pixels dragged. Escape gives the drag up; the
+    // mouse needs the window as input (61245).
     void enventanarConElRatonADosNiveles() {
         const std::string ruta = entorno_.Imagen("h", 310, 287, "real", Posiciones(310, 287));
         auto guion = [](QDialog& d) {
@@ -161,16 +161,18 @@ private slots:
         QCOMPARE(cortes[0].back(), 59049.25);
         QVERIFY(e_->ui.mensajes.empty());
 
-        // A drag beside the picture names no pixel: 61281, nothing changes.
+        // Escape gives the drag up: nothing is cut.
         CBrimarView& v = Ajustar(QSize(500, 450));
         e_->ui.dialogos.push_back(guion);
         e_->Ejecutar({kEnventanar});
-        Arrastrar(v, QPoint(300, 300), QPoint(400, 400));
-        QCOMPARE(e_->ui.Ids(), std::vector<int>{msg::kPosicionesFuera});
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(&v, &escape);
+        QCOMPARE(v.NombreHerramienta(), QString());
+        Arrastrar(v, QPoint(2, 2), QPoint(10, 10));
         QCOMPARE(v.Documento().Imagen().Filas(), 40L);
+        QVERIFY(e_->ui.mensajes.empty());
 
         // A file as input: 61245 when accepting, and the dialog stays.
-        e_->ui.mensajes.clear();
         e_->ui.ficherosAbrir = {ruta};
         bool abierto = false;
         e_->ui.dialogos.push_back([&](QDialog& d) {
@@ -185,16 +187,24 @@ private slots:
         QCOMPARE(v.NombreHerramienta(), QString());
     }
 
-    // A click on the point cloud writes the two band values under it in
-    // the main window's status bar.
+    // The figures in their dialog; a click on the point cloud writes the
+    // two band values under it in the main window's status bar.
     void regresionClicEnLaNube() {
         const std::string x = entorno_.Imagen("x", 2, 2, "byte", {10, 20, 30, 40});
         const std::string y = entorno_.Imagen("y", 2, 2, "byte", {23, 43, 63, 83});
         e_->Ventana(x);
         e_->ui.ficherosAbrir = {x, y};
         e_->ui.dialogos.push_back(Pulsando({"entrada0_seleccionar", "entrada1_seleccionar"}));
+        QStringList figuras;
+        e_->ui.dialogos.push_back([&](QDialog& d) {
+            for (int k = 0; k < 7; ++k) figuras << Texto(d, QStringLiteral("valor_%1").arg(k));
+            return Aceptar(d);
+        });
         e_->Ejecutar({kRegresion});
         QVERIFY(e_->ui.mensajes.empty());
+        QVERIFY(e_->ui.textos.empty());
+        // y = 2x + 3 over the four pixels.
+        QCOMPARE(figuras, (QStringList{"1", "2", "3", "1", "4", "x", "y"}));
         auto* grafico = Activa<CVentanaGrafico>(e_->marco);
         QVERIFY(grafico);
         CLienzoGrafico& lienzo = grafico->Lienzo();

@@ -113,7 +113,8 @@ private slots:
                       kNivelDigital})
             fila("vacia", c, 61264);
         fila("vacia", kZoomAdelante, 61216);  // the zoom answers an empty window as a missing one
-        for (int c : {kGuardar, kGuardarComo, kHistograma, kExportarAscii, kNivelDigital}) fila("composicion", c, 61265);
+        for (int c : {kGuardar, kGuardarComo, kHistograma, kExportarAscii}) fila("composicion", c, 61265);
+        fila("composicion", kNivelDigital, 0);  // the pixel query gives its three values
         fila("resultado", kGuardar, 61272);
         fila("resultado", kGuardarComo, 0);
         fila("resultado composicion", kGuardar, 61272);
