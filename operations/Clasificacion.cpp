@@ -13,6 +13,20 @@ DeclEntrada EntradaBandas(int minimo) {
     return e;
 }
 
+DeclEntrada EntradaClases(const char* ayudaCli) {
+    DeclEntrada e;
+    e.boton = "&Seleccionar clases";
+    e.clase = ClaseEntrada::Fichero;
+    e.minimo = 1;
+    e.maximo = 255;
+    e.filtro = "Clases (*.txt)";
+    e.extensiones = {"txt", "TXT"};
+    e.opcionCli = "--clase";
+    e.etiquetaCli = "FICHERO.txt";
+    e.ayudaCli = ayudaCli;
+    return e;
+}
+
 std::optional<Mensaje> BandaIgualPrimera(int indice, const Cabecera& elegida,
                                          const std::vector<std::optional<Cabecera>>& previas) {
     if (indice == 0 || previas.empty() || !previas[0]) return std::nullopt;

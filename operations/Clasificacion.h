@@ -10,6 +10,8 @@
 namespace orvela {
 
 DeclEntrada EntradaBandas(int minimo = 1);
+// The list of class files ("--clase"), one a class, in the legend's order.
+DeclEntrada EntradaClases(const char* ayudaCli);
 // Type and size of each band against the first (61222 with "bandas").
 std::optional<Mensaje> BandaIgualPrimera(int indice, const Cabecera& elegida,
                                          const std::vector<std::optional<Cabecera>>& previas);

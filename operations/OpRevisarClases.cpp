@@ -22,16 +22,8 @@ const Declaracion kRevisar = [] {
                 "separabilidad (Jeffries-Matusita) de cada par.";
     d.paginaAyuda = "revisar-clases";
     d.grupoEntrada = "Bandas a clasificar";
-    DeclEntrada clases;
-    clases.boton = "&Seleccionar clases";
-    clases.clase = ClaseEntrada::Fichero;
-    clases.minimo = 1;
-    clases.maximo = 255;
-    clases.filtro = "Clases (*.txt)";
-    clases.extensiones = {"txt", "TXT"};
-    clases.opcionCli = "--clase";
-    clases.etiquetaCli = "FICHERO.txt";
-    clases.ayudaCli = "fichero de clase que se revisa (uno por clase, en el orden de la leyenda)";
+    const DeclEntrada clases =
+        EntradaClases("fichero de clase que se revisa (uno por clase, en el orden de la leyenda)");
     d.entradas = {EntradaBandas(), clases};
     d.campos = {{.clave = &kInforme,
                  .tipo = TipoCampo::Texto,

@@ -32,13 +32,7 @@ const Declaracion kSupervisada = [] {
     d.paginaAyuda = "supervisada";
     d.grupoEntrada = "Bandas a clasificar";
     d.grupoSalida = "Nombre de la imagen clasificada";
-    DeclEntrada clases;
-    clases.boton = "&Seleccionar clases";
-    clases.clase = ClaseEntrada::Fichero;
-    clases.minimo = 1;
-    clases.maximo = 255;
-    clases.filtro = "Clases (*.txt)";
-    clases.extensiones = {"txt", "TXT"};
+    DeclEntrada clases = EntradaClases("fichero de clase (uno por clase, al menos dos, en el orden de la leyenda)");
     clases.leer = [](const std::string& ruta) -> std::optional<Mensaje> {
         // Read as the classifiers read it: a FIFO or a device in its place
         // is refused at once, never waited on.
@@ -50,9 +44,6 @@ const Declaracion kSupervisada = [] {
         }
         return std::nullopt;
     };
-    clases.opcionCli = "--clase";
-    clases.etiquetaCli = "FICHERO.txt";
-    clases.ayudaCli = "fichero de clase (uno por clase, al menos dos, en el orden de la leyenda)";
     d.entradas = {EntradaBandas(), clases};
     d.campos = {{.clave = &kRegla,
                  .tipo = TipoCampo::Eleccion,
