@@ -3,6 +3,7 @@
 // known resolution, as a report shown in a window and saved on request.
 // The report names the image by its title (a file's title when the input
 // is a file).
+#include "operations/CampoInforme.h"
 #include "operations/Operacion.h"
 #include "tools/AreaCategorias.h"
 
@@ -25,13 +26,7 @@ const Declaracion kArea = [] {
     d.resumen = "Número de píxeles, hectáreas y porcentaje de cada categoría de una imagen byte o integer.";
     d.paginaAyuda = "area";
     d.entradas = {{"&Seleccionar", relleno::kNingunaImagen, true}};
-    d.campos = {{.clave = &kInforme,
-                 .tipo = TipoCampo::Texto,
-                 .grupo = "Informe",
-                 .etiqueta = "Fichero del informe (opcional)",
-                 .opcionCli = "--informe",
-                 .textoPorDefecto = "",
-                 .ayudaCli = "escribe también el informe en este fichero (.txt)"}};
+    d.campos = {CampoInforme(kInforme, "Informe", "escribe también el informe en este fichero (.txt)")};
     d.conSalida = false;
     d.alElegir = [](int, const Cabecera& c, const std::vector<std::optional<Cabecera>>&) {
         return ByteOInteger(CodigoDeNombre(c.nombreTipo));

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "image/Leyenda.h"
+#include "operations/CampoInforme.h"
 #include "operations/Operacion.h"
 #include "tools/EstadisticasImagen.h"
 
@@ -142,13 +143,7 @@ const Declaracion kEstadisticas = [] {
                    .opcionCli = "--original",
                    .etiquetaCli = "S",
                    .ayudaCli = "imagen original de la que se hizo la clasificación"}};
-    d.campos = {{.clave = &kInforme,
-                 .tipo = TipoCampo::Texto,
-                 .grupo = "Imágenes clasificadas",
-                 .etiqueta = "Fichero del informe (opcional)",
-                 .opcionCli = "--informe",
-                 .textoPorDefecto = "",
-                 .ayudaCli = "escribe también el informe por clases en este fichero (.txt)"}};
+    d.campos = {CampoInforme(kInforme, "Imágenes clasificadas", "escribe también el informe por clases en este fichero (.txt)")};
     d.conSalida = false;
     d.alAceptar = ComprobarElegidas;
     d.calcular = [](const Contexto& c) {

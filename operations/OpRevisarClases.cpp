@@ -5,6 +5,7 @@
 // Jeffries-Matusita separability of every pair. It informs and never
 // refuses: a class file that cannot be read is listed and left out.
 #include "classification/RevisarClases.h"
+#include "operations/CampoInforme.h"
 #include "operations/Clasificacion.h"
 
 namespace orvela {
@@ -25,13 +26,7 @@ const Declaracion kRevisar = [] {
     const DeclEntrada clases =
         EntradaClases("fichero de clase que se revisa (uno por clase, en el orden de la leyenda)");
     d.entradas = {EntradaBandas(), clases};
-    d.campos = {{.clave = &kInforme,
-                 .tipo = TipoCampo::Texto,
-                 .grupo = "Informe",
-                 .etiqueta = "Fichero del informe (opcional)",
-                 .opcionCli = "--informe",
-                 .textoPorDefecto = "",
-                 .ayudaCli = "escribe también el informe en este fichero (.txt)"}};
+    d.campos = {CampoInforme(kInforme, "Informe", "escribe también el informe en este fichero (.txt)")};
     d.conSalida = false;
     d.alElegir = BandaIgualPrimera;
     d.calcular = [](const Contexto& c) {
